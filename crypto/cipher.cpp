@@ -1,0 +1,256 @@
+// AES runs through OpenSSL's EVP interface (which uses the processor's AES instructions);
+// Blowfish, CAST and RC4 run on OpenSSL's low-level functions. Both give the same bytes:
+// the context keeps its own chaining vector and hands it to every call.
+#include "crypto/cipher.h"
+
+#include <openssl/blowfish.h>
+#include <openssl/cast.h>
+#include <openssl/evp.h>
+#include <openssl/rc4.h>
+
+#include <algorithm>
+#include <cstring>
+
+#include "system/memory.h"
+
+namespace {
+
+struct AesState {
+  EVP_CIPHER_CTX* encrypt;  // holds the encryption key schedule
+  EVP_CIPHER_CTX* decrypt;  // holds the decryption key schedule
+  uint8_t vector[16];
+};
+
+struct BlowfishState {
+  BF_KEY schedule;
+  uint8_t vector[BF_BLOCK];
+};
+
+struct CastState {
+  CAST_KEY schedule;
+  uint8_t vector[CAST_BLOCK];
+};
+
+}  // namespace
+
+struct CipherContext {
+  uint32_t algorithm;
+  uint32_t mode;
+  uint32_t keyLength;
+  uint32_t blockSize;
+  union {
+    AesState aes;
+    BlowfishState blowfish;
+    CastState cast;
+    RC4_KEY rc4;
+  } state;
+};
+
+namespace {
+
+constexpr uint32_t kAesBlockSize = 16;
+
+// EVP takes lengths as int: longer requests go through in pieces of whole blocks.
+constexpr uint32_t kMaxEvpPiece = 1u << 30;
+
+bool IsValid(const CipherContext* context)
+{
+  return context->algorithm <= kCipherRc4 && context->mode <= kCipherModeCbc &&
+         context->blockSize != 0 &&
+         CipherCheckKeyLength(context->algorithm, context->keyLength) == kStatusSuccess;
+}
+
+bool IsValidRequest(const CipherContext* context, const uint8_t* input, const uint8_t* output,
+                    uint32_t length)
+{
+  return context != nullptr && input != nullptr && output != nullptr && length != 0 &&
+         IsValid(context) && length % context->blockSize == 0;
+}
+
+const EVP_CIPHER* AesCbcCipher(uint32_t keyLength)
+{
+  switch (keyLength) {
+    case 16: return EVP_aes_128_cbc();
+    case 24: return EVP_aes_192_cbc();
+    default: return EVP_aes_256_cbc();
+  }
+}
+
+EVP_CIPHER_CTX* NewAesSchedule(const uint8_t* key, uint32_t keyLength, int direction)
+{
+  EVP_CIPHER_CTX* schedule = EVP_CIPHER_CTX_new();
+  if (schedule == nullptr) return nullptr;
+  if (EVP_CipherInit_ex(schedule, AesCbcCipher(keyLength), nullptr, key, nullptr, direction) != 1 ||
+      EVP_CIPHER_CTX_set_padding(schedule, 0) != 1) {
+    EVP_CIPHER_CTX_free(schedule);
+    return nullptr;
+  }
+  return schedule;
+}
+
+StatusCode CreateAes(CipherContext* context, const uint8_t* key, uint32_t keyLength)
+{
+  AesState& aes = context->state.aes;
+  aes.encrypt = NewAesSchedule(key, keyLength, 1);
+  aes.decrypt = NewAesSchedule(key, keyLength, 0);
+  if (aes.encrypt == nullptr || aes.decrypt == nullptr) {
+    EVP_CIPHER_CTX_free(aes.encrypt);
+    EVP_CIPHER_CTX_free(aes.decrypt);
+    return kCryptoOutOfMemory;
+  }
+  return kStatusSuccess;
+}
+
+// One CBC pass over the whole request, starting from the context's vector and leaving
+// the last cipher block in it, exactly as a single low-level CBC call does.
+void RunAes(AesState& aes, EVP_CIPHER_CTX* schedule, const uint8_t* input, uint8_t* output,
+            uint32_t length, bool encrypting)
+{
+  uint8_t lastCipherBlock[kAesBlockSize];
+  if (!encrypting) std::memcpy(lastCipherBlock, input + length - kAesBlockSize, kAesBlockSize);
+  EVP_CipherInit_ex(schedule, nullptr, nullptr, nullptr, aes.vector, -1);
+  for (uint32_t done = 0; done < length;) {
+    const uint32_t piece = std::min(length - done, kMaxEvpPiece);
+    int written = 0;
+    EVP_CipherUpdate(schedule, output + done, &written, input + done, static_cast<int>(piece));
+    done += piece;
+  }
+  if (encrypting) std::memcpy(lastCipherBlock, output + length - kAesBlockSize, kAesBlockSize);
+  std::memcpy(aes.vector, lastCipherBlock, kAesBlockSize);
+}
+
+StatusCode Run(CipherContext* context, const uint8_t* input, uint8_t* output, uint32_t length,
+               bool encrypting)
+{
+  if (!IsValidRequest(context, input, output, length)) return kCryptoInvalidParameter;
+  switch (context->algorithm) {
+    case kCipherAes: {
+      AesState& aes = context->state.aes;
+      RunAes(aes, encrypting ? aes.encrypt : aes.decrypt, input, output, length, encrypting);
+      break;
+    }
+    case kCipherBlowfish:
+      BF_cbc_encrypt(input, output, length, &context->state.blowfish.schedule,
+                     context->state.blowfish.vector, encrypting ? BF_ENCRYPT : BF_DECRYPT);
+      break;
+    case kCipherCast:
+      CAST_cbc_encrypt(input, output, length, &context->state.cast.schedule,
+                       context->state.cast.vector, encrypting ? CAST_ENCRYPT : CAST_DECRYPT);
+      break;
+    default:
+      RC4(&context->state.rc4, length, input, output);
+      break;
+  }
+  return kStatusSuccess;
+}
+
+uint8_t* ChainingVector(CipherContext* context)
+{
+  switch (context->algorithm) {
+    case kCipherAes: return context->state.aes.vector;
+    case kCipherBlowfish: return context->state.blowfish.vector;
+    default: return context->state.cast.vector;
+  }
+}
+
+}  // namespace
+
+StatusCode CipherCheckKeyLength(CipherAlgorithm algorithm, uint32_t keyLength)
+{
+  // Unsigned differences: a length below the minimum wraps around and fails too.
+  switch (algorithm) {
+    case kCipherAes:
+      if (keyLength - 16 > 16) return kCryptoBadKeyLength;
+      return keyLength % 8 == 0 ? kStatusSuccess : kCryptoBadKeyLength;
+    case kCipherBlowfish: return keyLength - 4 > 52 ? kCryptoBadKeyLength : kStatusSuccess;
+    case kCipherCast: return keyLength - 5 > 11 ? kCryptoBadKeyLength : kStatusSuccess;
+    case kCipherRc4: return keyLength == 0 ? kCryptoBadKeyLength : kStatusSuccess;
+    default: return kCryptoInvalidParameter;
+  }
+}
+
+StatusCode CipherCreate(CipherAlgorithm algorithm, uint32_t mode, const uint8_t* key,
+                        uint32_t keyLength, CipherContext** context)
+{
+  if (key == nullptr || keyLength == 0 || context == nullptr || algorithm > kCipherRc4 ||
+      mode > kCipherModeCbc || IsFailure(CipherCheckKeyLength(algorithm, keyLength))) {
+    return kCryptoInvalidParameter;
+  }
+  if ((algorithm == kCipherRc4) != (mode == kCipherModeStream)) return kCryptoInvalidParameter;
+
+  auto* created = static_cast<CipherContext*>(SysAllocate(sizeof(CipherContext), kAllocZeroed));
+  if (created == nullptr) return kCryptoOutOfMemory;
+  created->algorithm = algorithm;
+  created->mode = mode;
+  created->keyLength = keyLength;
+  switch (algorithm) {
+    case kCipherAes: {
+      created->blockSize = kAesBlockSize;
+      const StatusCode status = CreateAes(created, key, keyLength);
+      if (IsFailure(status)) {
+        SysRelease(created);
+        return status;
+      }
+      break;
+    }
+    case kCipherBlowfish:
+      created->blockSize = BF_BLOCK;
+      BF_set_key(&created->state.blowfish.schedule, static_cast<int>(keyLength), key);
+      break;
+    case kCipherCast:
+      created->blockSize = CAST_BLOCK;
+      CAST_set_key(&created->state.cast.schedule, static_cast<int>(keyLength), key);
+      break;
+    default:
+      created->blockSize = 1;
+      RC4_set_key(&created->state.rc4, static_cast<int>(keyLength), key);
+      break;
+  }
+  *context = created;
+  return kStatusSuccess;
+}
+
+StatusCode CipherEncrypt(CipherContext* context, const uint8_t* input, uint8_t* output,
+                         uint32_t length)
+{
+  return Run(context, input, output, length, true);
+}
+
+StatusCode CipherDecrypt(CipherContext* context, const uint8_t* input, uint8_t* output,
+                         uint32_t length)
+{
+  return Run(context, input, output, length, false);
+}
+
+StatusCode CipherSetIv(CipherContext* context, const uint8_t* vector, uint32_t vectorLength)
+{
+  if (context == nullptr || vector == nullptr || vectorLength == 0 || !IsValid(context) ||
+      context->algorithm == kCipherRc4 || vectorLength > context->blockSize) {
+    return kCryptoInvalidParameter;
+  }
+  uint8_t* chaining = ChainingVector(context);
+  std::memcpy(chaining, vector, vectorLength);
+  std::memset(chaining + vectorLength, 0, context->blockSize - vectorLength);
+  return kStatusSuccess;
+}
+
+StatusCode CipherDestroy(CipherContext* context)
+{
+  if (context == nullptr || !IsValid(context)) return kCryptoInvalidParameter;
+  if (context->algorithm == kCipherAes) {
+    // OpenSSL allocated these itself; it wipes their key schedules as it frees them.
+    EVP_CIPHER_CTX_free(context->state.aes.encrypt);
+    EVP_CIPHER_CTX_free(context->state.aes.decrypt);
+  }
+  SysRelease(context);
+  return kStatusSuccess;
+}
+
+StatusCode CipherQuery(const CipherContext* context, CipherInfo* info, uint32_t infoSize)
+{
+  if (context == nullptr || info == nullptr || infoSize < sizeof(CipherInfo) || !IsValid(context)) {
+    return kCryptoInvalidParameter;
+  }
+  *info = CipherInfo{context->algorithm, context->mode, context->keyLength, context->blockSize};
+  return kStatusSuccess;
+}

@@ -1,0 +1,23 @@
+#include <time.h>
+
+#include "system/clock.h"
+
+namespace {
+
+uint64_t Nanoseconds(clockid_t clock)
+{
+  timespec now{};
+  clock_gettime(clock, &now);
+  return static_cast<uint64_t>(now.tv_sec) * 1000000000ull + static_cast<uint64_t>(now.tv_nsec);
+}
+
+}  // namespace
+
+uint64_t SysUnixTime() { return Nanoseconds(CLOCK_REALTIME) / 1000000000ull; }
+
+uint64_t SysFileTime()
+{
+  return Nanoseconds(CLOCK_REALTIME) / 100 + kFileTimeEpochOffsetSeconds * kFileTimeTicksPerSecond;
+}
+
+uint64_t SysPerformanceCounter() { return Nanoseconds(CLOCK_MONOTONIC); }

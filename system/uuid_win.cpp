@@ -1,0 +1,17 @@
+#include <windows.h>
+#include <rpc.h>
+
+#include <cstring>
+
+#include "system/uuid.h"
+
+StatusCode SysCreateUuid(Guid* out)
+{
+  if (out == nullptr) return kSysInvalidParameter;
+  UUID id;
+  const RPC_STATUS status = UuidCreate(&id);
+  if (status != RPC_S_OK && status != RPC_S_UUID_LOCAL_ONLY) return kSysUuidFailed;
+  static_assert(sizeof id == sizeof *out);
+  std::memcpy(out, &id, sizeof id);
+  return kStatusSuccess;
+}
