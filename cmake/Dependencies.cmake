@@ -1,15 +1,12 @@
 # Third-party libraries. Natively they come from Debian; for Windows, libcrypto is the
-# static MinGW build made by scripts/build-mingw-openssl.sh (its prefix is passed in as
-# CRYPTELLE_MINGW_OPENSSL) and zlib is Debian's MinGW package.
+# static MinGW build made by scripts/build-mingw-openssl.sh (the script prints its prefix) and zlib is Debian's MinGW package.
 if(WIN32)
-  if(NOT CRYPTELLE_MINGW_OPENSSL)
-    execute_process(
-      COMMAND bash ${CMAKE_SOURCE_DIR}/scripts/build-mingw-openssl.sh
-      OUTPUT_VARIABLE openssl_out OUTPUT_STRIP_TRAILING_WHITESPACE
-      COMMAND_ERROR_IS_FATAL ANY)
-    string(REGEX REPLACE ".*\n" "" openssl_prefix "${openssl_out}")
-    set(CRYPTELLE_MINGW_OPENSSL ${openssl_prefix} CACHE PATH "Static MinGW OpenSSL prefix")
-  endif()
+  # Runs at every configure: a cached build costs only the computation of its key.
+  execute_process(
+    COMMAND bash ${CMAKE_SOURCE_DIR}/scripts/build-mingw-openssl.sh
+    OUTPUT_VARIABLE openssl_out OUTPUT_STRIP_TRAILING_WHITESPACE
+    COMMAND_ERROR_IS_FATAL ANY)
+  string(REGEX REPLACE ".*\n" "" CRYPTELLE_MINGW_OPENSSL "${openssl_out}")
   add_library(OpenSSL::Crypto STATIC IMPORTED)
   set_target_properties(OpenSSL::Crypto PROPERTIES
     IMPORTED_LOCATION ${CRYPTELLE_MINGW_OPENSSL}/lib/libcrypto.a

@@ -50,8 +50,9 @@ namespace {
 
 constexpr uint32_t kAesBlockSize = 16;
 
-// EVP takes lengths as int: longer requests go through in pieces of whole blocks.
-constexpr uint32_t kMaxEvpPiece = 1u << 30;
+// The primitives take lengths as int or long (32 bits on Windows): longer requests go
+// through in pieces of whole blocks, each continuing the chain of the one before.
+constexpr uint32_t kMaxPiece = 1u << 30;
 
 bool IsValid(const CipherContext* context)
 {
@@ -101,34 +102,26 @@ StatusCode CreateAes(CipherContext* context, const uint8_t* key, uint32_t keyLen
   return kStatusSuccess;
 }
 
-// One CBC pass over the whole request, starting from the context's vector and leaving
-// the last cipher block in it, exactly as a single low-level CBC call does.
-void RunAes(AesState& aes, EVP_CIPHER_CTX* schedule, const uint8_t* input, uint8_t* output,
-            uint32_t length, bool encrypting)
+// One CBC pass over a piece, starting from the context's vector and leaving the last
+// cipher block in it, exactly as a low-level CBC call does.
+void RunAes(AesState& aes, const uint8_t* input, uint8_t* output, int length, bool encrypting)
 {
+  const auto last = static_cast<size_t>(length) - kAesBlockSize;
   uint8_t lastCipherBlock[kAesBlockSize];
-  if (!encrypting) std::memcpy(lastCipherBlock, input + length - kAesBlockSize, kAesBlockSize);
+  if (!encrypting) std::memcpy(lastCipherBlock, input + last, kAesBlockSize);
+  EVP_CIPHER_CTX* schedule = encrypting ? aes.encrypt : aes.decrypt;
   EVP_CipherInit_ex(schedule, nullptr, nullptr, nullptr, aes.vector, -1);
-  for (uint32_t done = 0; done < length;) {
-    const uint32_t piece = std::min(length - done, kMaxEvpPiece);
-    int written = 0;
-    EVP_CipherUpdate(schedule, output + done, &written, input + done, static_cast<int>(piece));
-    done += piece;
-  }
-  if (encrypting) std::memcpy(lastCipherBlock, output + length - kAesBlockSize, kAesBlockSize);
+  int written = 0;
+  EVP_CipherUpdate(schedule, output, &written, input, length);
+  if (encrypting) std::memcpy(lastCipherBlock, output + last, kAesBlockSize);
   std::memcpy(aes.vector, lastCipherBlock, kAesBlockSize);
 }
 
-StatusCode Run(CipherContext* context, const uint8_t* input, uint8_t* output, uint32_t length,
-               bool encrypting)
+void RunPiece(CipherContext* context, const uint8_t* input, uint8_t* output, int length,
+              bool encrypting)
 {
-  if (!IsValidRequest(context, input, output, length)) return kCryptoInvalidParameter;
   switch (context->algorithm) {
-    case kCipherAes: {
-      AesState& aes = context->state.aes;
-      RunAes(aes, encrypting ? aes.encrypt : aes.decrypt, input, output, length, encrypting);
-      break;
-    }
+    case kCipherAes: RunAes(context->state.aes, input, output, length, encrypting); break;
     case kCipherBlowfish:
       BF_cbc_encrypt(input, output, length, &context->state.blowfish.schedule,
                      context->state.blowfish.vector, encrypting ? BF_ENCRYPT : BF_DECRYPT);
@@ -137,9 +130,18 @@ StatusCode Run(CipherContext* context, const uint8_t* input, uint8_t* output, ui
       CAST_cbc_encrypt(input, output, length, &context->state.cast.schedule,
                        context->state.cast.vector, encrypting ? CAST_ENCRYPT : CAST_DECRYPT);
       break;
-    default:
-      RC4(&context->state.rc4, length, input, output);
-      break;
+    default: RC4(&context->state.rc4, static_cast<size_t>(length), input, output); break;
+  }
+}
+
+StatusCode Run(CipherContext* context, const uint8_t* input, uint8_t* output, uint32_t length,
+               bool encrypting)
+{
+  if (!IsValidRequest(context, input, output, length)) return kCryptoInvalidParameter;
+  for (uint32_t done = 0; done < length;) {
+    const uint32_t piece = std::min(length - done, kMaxPiece);
+    RunPiece(context, input + done, output + done, static_cast<int>(piece), encrypting);
+    done += piece;
   }
   return kStatusSuccess;
 }

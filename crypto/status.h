@@ -11,7 +11,10 @@ using StatusCode = uint32_t;
 
 // The one failure test. A status is judged by bit 30 alone, never as non-zero or
 // negative, so an informational success (bit 29 only) is a success.
-constexpr bool IsFailure(StatusCode status) { return ((status >> 30) & 1u) != 0; }
+constexpr bool IsFailure(StatusCode status)
+{
+  return ((status >> 30) & 1u) != 0;
+}
 
 inline constexpr uint32_t kFacilitySystem = 0;
 inline constexpr uint32_t kFacilityCrypto = 3;

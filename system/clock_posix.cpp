@@ -13,11 +13,17 @@ uint64_t Nanoseconds(clockid_t clock)
 
 }  // namespace
 
-uint64_t SysUnixTime() { return Nanoseconds(CLOCK_REALTIME) / 1000000000ull; }
+uint64_t SysUnixTime()
+{
+  return Nanoseconds(CLOCK_REALTIME) / 1000000000ull;
+}
 
 uint64_t SysFileTime()
 {
   return Nanoseconds(CLOCK_REALTIME) / 100 + kFileTimeEpochOffsetSeconds * kFileTimeTicksPerSecond;
 }
 
-uint64_t SysPerformanceCounter() { return Nanoseconds(CLOCK_MONOTONIC); }
+uint64_t SysPerformanceCounter()
+{
+  return Nanoseconds(CLOCK_MONOTONIC);
+}

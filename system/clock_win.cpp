@@ -9,7 +9,10 @@ uint64_t SysFileTime()
   return (static_cast<uint64_t>(now.dwHighDateTime) << 32) | now.dwLowDateTime;
 }
 
-uint64_t SysUnixTime() { return SysFileTime() / kFileTimeTicksPerSecond - kFileTimeEpochOffsetSeconds; }
+uint64_t SysUnixTime()
+{
+  return SysFileTime() / kFileTimeTicksPerSecond - kFileTimeEpochOffsetSeconds;
+}
 
 uint64_t SysPerformanceCounter()
 {

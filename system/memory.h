@@ -10,8 +10,8 @@
 #include <cstddef>
 #include <cstdint>
 
-inline constexpr uint32_t kAllocZeroed = 0x1;   // the block must start zero-filled
-inline constexpr uint32_t kAllocPageable = 0x4; // bulk data that may be paged out
+inline constexpr uint32_t kAllocZeroed = 0x1;    // the block must start zero-filled
+inline constexpr uint32_t kAllocPageable = 0x4;  // bulk data that may be paged out
 
 // Returns a block of at least `size` bytes, or nullptr when the system refuses or size is 0.
 void* SysAllocate(size_t size, uint32_t flags);

@@ -27,7 +27,8 @@ void* SysAllocate(size_t size, uint32_t flags)
   if (size > SIZE_MAX - 2 * page) return nullptr;
   const size_t mappedBytes = (size + page - 1) / page * page + page;
   // Anonymous mappings are zero-filled, so kAllocZeroed needs no further work.
-  void* base = mmap(nullptr, mappedBytes, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+  void* base =
+      mmap(nullptr, mappedBytes, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
   if (base == MAP_FAILED) return nullptr;
   auto* header = static_cast<BlockHeader*>(base);
   header->mappedBytes = mappedBytes;

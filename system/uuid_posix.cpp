@@ -9,7 +9,8 @@ StatusCode SysCreateUuid(Guid* out)
 {
   if (out == nullptr) return kSysInvalidParameter;
   uint8_t bytes[sizeof(Guid)];
-  if (getrandom(bytes, sizeof bytes, 0) != static_cast<ssize_t>(sizeof bytes)) return kSysUuidFailed;
+  if (getrandom(bytes, sizeof bytes, 0) != static_cast<ssize_t>(sizeof bytes))
+    return kSysUuidFailed;
   Guid id;
   std::memcpy(&id, bytes, sizeof id);
   id.data3 = static_cast<uint16_t>((id.data3 & 0x0FFF) | 0x4000);

@@ -53,8 +53,7 @@ const KnownAnswer kVectors[] = {
     {"BlowfishEayEcb_KeyFedc", kCipherBlowfish, "fedcba9876543210", "", "0123456789abcdef",
      "0aceab0fc6a0a28d"},
     {"BlowfishEayCbc_NowIsTheTime", kCipherBlowfish, "0123456789abcdeff0e1d2c3b4a59687",
-     "fedcba9876543210",
-     "37363534333231204e6f77206973207468652074696d6520666f722000000000",
+     "fedcba9876543210", "37363534333231204e6f77206973207468652074696d6520666f722000000000",
      "6b77b4d63006dee605b156e27403979358deb9e7154616d959f1652bd5ff92cc"},
 
     // CAST-128: RFC 2144, appendix B.1 (single-plaintext key-ciphertext pairs).
@@ -75,7 +74,10 @@ const KnownAnswer kVectors[] = {
 };
 
 // Names the vector when gtest prints a test's parameter.
-void PrintTo(const KnownAnswer& vector, std::ostream* out) { *out << vector.name; }
+void PrintTo(const KnownAnswer& vector, std::ostream* out)
+{
+  *out << vector.name;
+}
 
 class CipherKnownAnswer : public testing::TestWithParam<KnownAnswer> {};
 

@@ -245,9 +245,9 @@ TEST(CipherDecrypt, InvertsEncryptionForEveryAlgorithmAndKeyLength)
     CipherAlgorithm algorithm;
     uint32_t keyLength;
   };
-  for (const Case& c : {Case{kCipherAes, 16}, Case{kCipherAes, 24}, Case{kCipherAes, 32},
-                        Case{kCipherBlowfish, 16}, Case{kCipherBlowfish, 56}, Case{kCipherCast, 8},
-                        Case{kCipherCast, 16}}) {
+  for (const Case& c :
+       {Case{kCipherAes, 16}, Case{kCipherAes, 24}, Case{kCipherAes, 32}, Case{kCipherBlowfish, 16},
+        Case{kCipherBlowfish, 56}, Case{kCipherCast, 8}, Case{kCipherCast, 16}}) {
     const CipherPtr context = MakeCipher(c.algorithm, Pattern(c.keyLength, 5));
     const Bytes vector = Pattern(8, 77);
     const Bytes plain = Pattern(4096, 11);

@@ -20,7 +20,8 @@ Bytes ReferencePbkdf2(const Bytes& password, const Bytes& salt, int iterations, 
   Bytes output;
   for (uint32_t block = 1; output.size() < length; ++block) {
     Bytes message = salt;
-    for (int shift = 24; shift >= 0; shift -= 8) message.push_back(static_cast<uint8_t>(block >> shift));
+    for (int shift = 24; shift >= 0; shift -= 8)
+      message.push_back(static_cast<uint8_t>(block >> shift));
     uint8_t u[20];
     unsigned int ulen = 0;
     HMAC(EVP_sha1(), password.data(), static_cast<int>(password.size()), message.data(),
@@ -36,7 +37,10 @@ Bytes ReferencePbkdf2(const Bytes& password, const Bytes& salt, int iterations, 
   return output;
 }
 
-Bytes Text(const std::string& text) { return Bytes(text.begin(), text.end()); }
+Bytes Text(const std::string& text)
+{
+  return Bytes(text.begin(), text.end());
+}
 
 Bytes Salt64(uint8_t start)
 {
@@ -68,8 +72,8 @@ TEST(ReferencePbkdf2, Rfc6070Vectors)
   EXPECT_EQ(ToHex(ReferencePbkdf2(Text("passwordPASSWORDpassword"),
                                   Text("saltSALTsaltSALTsaltSALTsaltSALTsalt"), 4096, 25)),
             "3d2eec4fe41c849b80c8d83662c0e44a8b291a964cf2f07038");
-  EXPECT_EQ(ToHex(ReferencePbkdf2(Text(std::string("pass\0word", 9)), Text(std::string("sa\0lt", 5)),
-                                  4096, 16)),
+  EXPECT_EQ(ToHex(ReferencePbkdf2(Text(std::string("pass\0word", 9)),
+                                  Text(std::string("sa\0lt", 5)), 4096, 16)),
             "56fa6aa75548099dcc37d7f03425e0c3");
 }
 
@@ -100,7 +104,8 @@ TEST(CryptoDeriveKey, ThirtyTwoBytesAreTwoPbkdf2Blocks)
   const Bytes key = Derive(u"password", salt, 32);
   const Bytes twoBlocks = ReferencePbkdf2(password, salt, 2048, 40);
   EXPECT_EQ(Bytes(key.begin(), key.begin() + 20), Bytes(twoBlocks.begin(), twoBlocks.begin() + 20));
-  EXPECT_EQ(Bytes(key.begin() + 20, key.end()), Bytes(twoBlocks.begin() + 20, twoBlocks.begin() + 32));
+  EXPECT_EQ(Bytes(key.begin() + 20, key.end()),
+            Bytes(twoBlocks.begin() + 20, twoBlocks.begin() + 32));
   EXPECT_EQ(Derive(u"password", salt, 20), Bytes(key.begin(), key.begin() + 20));
 }
 

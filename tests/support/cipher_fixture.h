@@ -9,7 +9,10 @@
 #include "support/hex.h"
 
 struct CipherDestroyer {
-  void operator()(CipherContext* context) const { EXPECT_EQ(CipherDestroy(context), kStatusSuccess); }
+  void operator()(CipherContext* context) const
+  {
+    EXPECT_EQ(CipherDestroy(context), kStatusSuccess);
+  }
 };
 using CipherPtr = std::unique_ptr<CipherContext, CipherDestroyer>;
 
@@ -27,20 +30,23 @@ inline CipherPtr MakeCipher(CipherAlgorithm algorithm, const Bytes& key)
 inline Bytes Encrypt(CipherContext* context, const Bytes& input)
 {
   Bytes output(input.size());
-  EXPECT_EQ(CipherEncrypt(context, input.data(), output.data(), static_cast<uint32_t>(input.size())),
-            kStatusSuccess);
+  EXPECT_EQ(
+      CipherEncrypt(context, input.data(), output.data(), static_cast<uint32_t>(input.size())),
+      kStatusSuccess);
   return output;
 }
 
 inline Bytes Decrypt(CipherContext* context, const Bytes& input)
 {
   Bytes output(input.size());
-  EXPECT_EQ(CipherDecrypt(context, input.data(), output.data(), static_cast<uint32_t>(input.size())),
-            kStatusSuccess);
+  EXPECT_EQ(
+      CipherDecrypt(context, input.data(), output.data(), static_cast<uint32_t>(input.size())),
+      kStatusSuccess);
   return output;
 }
 
 inline void SetIv(CipherContext* context, const Bytes& vector)
 {
-  EXPECT_EQ(CipherSetIv(context, vector.data(), static_cast<uint32_t>(vector.size())), kStatusSuccess);
+  EXPECT_EQ(CipherSetIv(context, vector.data(), static_cast<uint32_t>(vector.size())),
+            kStatusSuccess);
 }

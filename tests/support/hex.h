@@ -40,4 +40,7 @@ inline std::string ToHex(const uint8_t* data, size_t length)
   return text;
 }
 
-inline std::string ToHex(const Bytes& bytes) { return ToHex(bytes.data(), bytes.size()); }
+inline std::string ToHex(const Bytes& bytes)
+{
+  return ToHex(bytes.data(), bytes.size());
+}

@@ -30,7 +30,10 @@ TEST(SysAllocate, ImpossibleSizeFailsCleanly)
   EXPECT_EQ(SysAllocate(SIZE_MAX - 100, 0), nullptr);
 }
 
-TEST(SysRelease, NullIsIgnored) { SysRelease(nullptr); }
+TEST(SysRelease, NullIsIgnored)
+{
+  SysRelease(nullptr);
+}
 
 TEST(SysPageSize, IsAPowerOfTwoOfAtLeast4096)
 {

@@ -1,0 +1,10 @@
+#!/usr/bin/env bash
+# Runs a Windows executable under Wine: the emulator of the Windows build. A program that
+# hangs is killed after CRYPTELLE_WINE_TIMEOUT seconds (default 300), so it fails instead
+# of stalling the run; a crash ends at once because the prefix has no debugger.
+set -uo pipefail
+source "$(dirname "${BASH_SOURCE[0]}")/wine-common.sh"
+
+export WINEPREFIX=${WINEPREFIX:-$(default_wine_prefix)}
+[ -f "$WINEPREFIX/.ready" ] || wine_fresh_prefix "$WINEPREFIX" || exit 1
+exec timeout --kill-after=5 "${CRYPTELLE_WINE_TIMEOUT:-300}" "$wine_loader" "$@"
