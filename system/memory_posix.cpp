@@ -1,4 +1,5 @@
 #include <sys/mman.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 #include "system/memory.h"
@@ -34,8 +35,9 @@ void* SysAllocate(size_t size, uint32_t flags)
   header->mappedBytes = mappedBytes;
   void* block = static_cast<char*>(base) + page;
   if ((flags & kAllocPageable) == 0) {
-    // Key material: keep it in RAM where the limits allow, and out of core dumps.
-    header->locked = mlock(block, mappedBytes - page) == 0;
+    // Key material: keep it in RAM where the limits allow, and out of core dumps. The
+    // system call is made directly because the sanitizer runtimes turn mlock into a no-op.
+    header->locked = syscall(SYS_mlock, block, mappedBytes - page) == 0;
     madvise(block, mappedBytes - page, MADV_DONTDUMP);
   }
   return block;
@@ -48,6 +50,6 @@ void SysRelease(void* block)
   void* base = static_cast<char*>(block) - page;
   const auto* header = static_cast<const BlockHeader*>(base);
   const size_t mappedBytes = header->mappedBytes;
-  if (header->locked) munlock(block, mappedBytes - page);
+  if (header->locked) syscall(SYS_munlock, block, mappedBytes - page);
   munmap(base, mappedBytes);
 }

@@ -3,6 +3,12 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <fstream>
+#include <string>
+
+#ifdef __linux__
+#include <sys/resource.h>
+#endif
 
 TEST(SysAllocate, ZeroSizeGivesNothing)
 {
@@ -41,3 +47,40 @@ TEST(SysPageSize, IsAPowerOfTwoOfAtLeast4096)
   EXPECT_GE(page, 4096u);
   EXPECT_EQ(page & (page - 1), 0u);
 }
+
+#ifdef __linux__
+namespace {
+
+// Kilobytes of this process's memory locked in RAM, as the kernel reports it.
+long LockedKilobytes()
+{
+  std::ifstream status("/proc/self/status");
+  std::string line;
+  while (std::getline(status, line)) {
+    if (line.rfind("VmLck:", 0) == 0) return std::stol(line.substr(6));
+  }
+  return -1;
+}
+
+}  // namespace
+
+TEST(SysAllocate, KeyMaterialIsLockedBulkDataIsNot)
+{
+  constexpr size_t kSize = 64 * 1024;
+  rlimit limit{};
+  ASSERT_EQ(getrlimit(RLIMIT_MEMLOCK, &limit), 0);
+  const long before = LockedKilobytes();
+  ASSERT_GE(before, 0);
+  if (limit.rlim_cur != RLIM_INFINITY &&
+      limit.rlim_cur < static_cast<rlim_t>(before) * 1024 + kSize) {
+    GTEST_SKIP() << "the memory-lock limit leaves no room for " << kSize << " bytes";
+  }
+  void* pageable = SysAllocate(kSize, kAllocZeroed | kAllocPageable);
+  EXPECT_EQ(LockedKilobytes(), before);
+  void* key = SysAllocate(kSize, kAllocZeroed);
+  EXPECT_EQ(LockedKilobytes(), before + static_cast<long>(kSize / 1024));
+  SysRelease(key);
+  SysRelease(pageable);
+  EXPECT_EQ(LockedKilobytes(), before);
+}
+#endif
