@@ -1,0 +1,31 @@
+// The state behind an ImageHandle, shared by the operations' sources.
+#pragma once
+
+#include <memory>
+
+#include "image/image.h"
+#include "image/image_set.h"
+#include "image/records.h"
+#include "image/table_cache.h"
+
+struct ImageHandle {
+  uint32_t flags = 0;
+  Guid imageIdentifier{};
+  uint64_t capacity = 0;
+  uint32_t blockSize = 0;
+  uint32_t blockCount = 0;
+  uint64_t dataOffset = 0;
+  uint64_t creationTime = 0;
+  uint64_t lastOpenTime = 0;
+  uint64_t descriptorReserved = 0;
+  uint64_t afterDescriptorOffset = 0;
+  uint64_t infoOffset = 0;
+  ImageSet set;
+  std::unique_ptr<TableCache> tableCache;
+};
+
+// Writes the image stream's content anew: descriptor (marked as being created until the
+// end), information record, an empty allocation table (dynamic) or the whole capacity in
+// enciphered zeros (fixed), and the padding unit. Used by creation and clearing.
+StatusCode CreateStreamContent(ImageSet& set, uint64_t capacity, uint32_t imageFlags,
+                               ProgressCallback progress, void* context);

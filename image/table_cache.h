@@ -1,0 +1,51 @@
+// The allocation table cache of an open image: four slots of one table block each, and an
+// order list naming the slots from the most recently favoured.
+#pragma once
+
+#include <cstdint>
+
+#include "crypto/status.h"
+#include "image/image_set.h"
+
+class TableCache {
+ public:
+  static constexpr int kSlots = 4;
+
+  TableCache(ImageSet& set, uint64_t tableOffset, uint32_t tableBlocks);
+  ~TableCache();
+  TableCache(const TableCache&) = delete;
+  TableCache& operator=(const TableCache&) = delete;
+
+  // Allocates the slots' memory; kImgOutOfMemory if it cannot.
+  StatusCode Allocate();
+
+  // Loads table block `block` into a slot (written back first if that slot held a changed
+  // block), checks its Adler-32, and tells which slot holds it.
+  StatusCode Load(uint32_t block, int* slot);
+
+  // Writes every changed slot back, in slot order, stopping at the first failure.
+  StatusCode Flush();
+
+  uint8_t* SlotData(int slot) { return slots_[slot].data; }
+  uint32_t SlotBlock(int slot) const { return slots_[slot].block; }
+  void MarkChanged(int slot) { slots_[slot].changed = true; }
+  bool IsChanged(int slot) const { return slots_[slot].changed; }
+  // The slot named at order position `position`, or -1 when the position is empty.
+  int OrderAt(int position) const { return order_[position]; }
+  uint32_t TableBlocks() const { return tableBlocks_; }
+
+ private:
+  struct Slot {
+    uint8_t* data = nullptr;  // one unit
+    uint32_t block = 0;
+    bool changed = false;
+  };
+
+  StatusCode WriteBack(int slot);
+
+  ImageSet& set_;
+  uint64_t tableOffset_;
+  uint32_t tableBlocks_;
+  Slot slots_[kSlots];
+  int order_[kSlots] = {-1, -1, -1, -1};
+};

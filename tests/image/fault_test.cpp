@@ -1,0 +1,107 @@
+// Failures injected into the file routines: full disks, file-size ceilings, write faults.
+#include <gtest/gtest.h>
+
+#include "image/image_handle.h"
+#include "support/image_fixture.h"
+#include "system/file.h"
+
+namespace {
+
+class ImageFaults : public testing::Test {
+ protected:
+  void TearDown() override { SysSetFileFaults(nullptr); }
+
+  std::u16string Path() const { return dir_.File(u"image.qvi"); }
+
+  TempDir dir_;
+  ImageKeys keys_;
+  SysFileFaults faults_;
+};
+
+}  // namespace
+
+TEST_F(ImageFaults, DiskFullAtEveryMebibyteOfAFixedCreationLeavesNoFile)
+{
+  constexpr uint64_t kCapacity = 8ull << 20;
+  for (uint64_t full = 0; full <= kCapacity; full += 1 << 20) {
+    faults_ = SysFileFaults{};
+    faults_.bytesUntilDiskFull = full;
+    SysSetFileFaults(&faults_);
+    EXPECT_EQ(CreateImage(Path(), keys_, CreateParams(kCapacity, kCreateFixed)), 0x4000000Du)
+        << "disk full after " << full << " bytes";
+    SysSetFileFaults(nullptr);
+    EXPECT_EQ(FileCount(dir_), 0u) << "disk full after " << full << " bytes";
+  }
+}
+
+TEST_F(ImageFaults, FileSystemCeilingContinuesInANewVolumeFile)
+{
+  // The file system refuses files above 3 MiB + header, but the disk has room.
+  faults_.maxFileSize = 4096 + (3 << 20) + 1000;
+  faults_.freeSpace = 1ull << 40;
+  SysSetFileFaults(&faults_);
+  ASSERT_EQ(CreateImage(Path(), keys_, CreateParams(8ull << 20, kCreateFixed, ~0ull)), 0u);
+  SysSetFileFaults(nullptr);
+  ASSERT_TRUE(Exists(VolumeFilePath(Path(), 2)));
+  // The first file keeps the whole units it stored.
+  EXPECT_EQ(FileSize(Path()), 4096u + (3 << 20));
+  ImageHandle* handle = nullptr;
+  ASSERT_EQ(OpenImage(Path(), keys_, &handle), 0u);
+  EXPECT_EQ(handle->set.StreamEnd(), 8192u + (8 << 20) + 4096u);
+  std::vector<uint8_t> all(handle->set.StreamEnd());
+  EXPECT_EQ(ReadStream(handle->set, 0, all.data(), all.size()), 0u);
+  EXPECT_EQ(ImgClose(handle, 0), 0u);
+}
+
+TEST_F(ImageFaults, FileSystemCeilingWithoutFreeSpaceIsDiskFull)
+{
+  faults_.maxFileSize = 4096 + (3 << 20);
+  faults_.freeSpace = 4096;
+  SysSetFileFaults(&faults_);
+  EXPECT_EQ(CreateImage(Path(), keys_, CreateParams(8ull << 20, kCreateFixed, ~0ull)), 0x4000000Du);
+  SysSetFileFaults(nullptr);
+  EXPECT_EQ(FileCount(dir_), 0u);
+}
+
+TEST_F(ImageFaults, CeilingWithLimitZeroIsReturnedAsItIs)
+{
+  faults_.maxFileSize = 4096 + (3 << 20);
+  faults_.freeSpace = 1ull << 40;
+  SysSetFileFaults(&faults_);
+  EXPECT_EQ(CreateImage(Path(), keys_, CreateParams(8ull << 20, kCreateFixed, 0)), 0x4000000Du);
+  SysSetFileFaults(nullptr);
+  EXPECT_EQ(FileCount(dir_), 0u);
+}
+
+TEST_F(ImageFaults, FailingHeaderRewriteIsReportedWithItsCode)
+{
+  // Creating volume file 1 writes its header (write 1 of the plan), then rewrites volume
+  // file 0's header to announce it (write 2).
+  ASSERT_EQ(CreateImage(Path(), keys_, CreateParams(4ull << 20, 0, 4096 + (1 << 20))), 0u);
+  ImageHandle* handle = nullptr;
+  ASSERT_EQ(OpenImage(Path(), keys_, &handle), 0u);
+  const size_t volumes = handle->set.volumes.size();
+  std::vector<uint8_t> data(1 << 20, 0x11);
+  faults_.failingWrite = 3;  // the data write, the new header, then the rewrite
+  SysSetFileFaults(&faults_);
+  const StatusCode status =
+      WriteStream(handle->set, handle->set.StreamEnd(), data.data(), data.size());
+  SysSetFileFaults(nullptr);
+  EXPECT_EQ(status, 0x4000000Au);
+  EXPECT_EQ(handle->set.volumes.size(), volumes);
+  EXPECT_FALSE(Exists(VolumeFilePath(Path(), static_cast<uint32_t>(volumes))));
+  EXPECT_EQ(ImgClose(handle, 0), 0u);
+}
+
+TEST_F(ImageFaults, ReadFaultDuringOpenIsReported)
+{
+  ASSERT_EQ(CreateImage(Path(), keys_, CreateParams(4ull << 20)), 0u);
+  faults_.failingRead = 2;  // the header reads fine, the descriptor does not
+  SysSetFileFaults(&faults_);
+  ImageHandle* handle = nullptr;
+  EXPECT_EQ(OpenImage(Path(), keys_, &handle), 0x40000009u);
+  SysSetFileFaults(nullptr);
+  EXPECT_EQ(handle, nullptr);
+  ASSERT_EQ(OpenImage(Path(), keys_, &handle), 0u);
+  EXPECT_EQ(ImgClose(handle, 0), 0u);
+}

@@ -1,0 +1,104 @@
+// Images made with fixed inputs in a temporary directory, for the image container's tests.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <vector>
+
+#include "crypto/cipher.h"
+#include "image/image.h"
+#include "support/temp_dir.h"
+
+struct ImageKeys {
+  uint32_t algorithm = kCipherAes;
+  uint32_t keyLength = 32;
+  std::vector<uint8_t> headerKey;
+  std::vector<uint8_t> dataKey;
+  std::vector<uint8_t> identity;
+
+  ImageKeys(uint32_t algorithmId = kCipherAes, uint32_t length = 32, uint8_t seed = 1)
+      : algorithm(algorithmId), keyLength(length), headerKey(length), dataKey(length), identity(64)
+  {
+    for (uint32_t i = 0; i < length; ++i) {
+      headerKey[i] = static_cast<uint8_t>(seed + i * 3);
+      dataKey[i] = static_cast<uint8_t>(seed * 7 + i * 5 + 1);
+    }
+    for (uint32_t i = 0; i < 64; ++i) identity[i] = static_cast<uint8_t>(seed * 11 + i * 13 + 2);
+  }
+};
+
+inline ImageCreateParams CreateParams(uint64_t capacity, uint32_t flags = 0, uint64_t limit = 0,
+                                      ProgressCallback progress = nullptr, void* context = nullptr)
+{
+  return ImageCreateParams{sizeof(ImageCreateParams), flags, capacity, limit, progress, context};
+}
+
+inline StatusCode CreateImage(const std::u16string& path, const ImageKeys& keys,
+                              const ImageCreateParams& params)
+{
+  return ImgCreate(path.c_str(), &params, keys.algorithm, kCipherModeCbc, keys.headerKey.data(),
+                   keys.dataKey.data(), keys.keyLength, keys.identity.data(), 64);
+}
+
+inline StatusCode OpenImage(const std::u16string& path, const ImageKeys& keys, ImageHandle** handle,
+                            uint32_t flags = 0)
+{
+  return ImgOpen(path.c_str(), flags, keys.headerKey.data(), keys.keyLength, handle);
+}
+
+inline uint64_t FileSize(const std::u16string& path)
+{
+  return std::filesystem::file_size(std::filesystem::path(path));
+}
+
+inline bool Exists(const std::u16string& path)
+{
+  return std::filesystem::exists(std::filesystem::path(path));
+}
+
+inline std::vector<uint8_t> ReadBytes(const std::u16string& path)
+{
+  std::vector<uint8_t> bytes(FileSize(path));
+  FILE* file = nullptr;
+#ifdef _WIN32
+  file = _wfopen(reinterpret_cast<const wchar_t*>(path.c_str()), L"rb");
+#else
+  file = std::fopen(std::filesystem::path(path).string().c_str(), "rb");
+#endif
+  if (file != nullptr) {
+    EXPECT_EQ(std::fread(bytes.data(), 1, bytes.size(), file), bytes.size());
+    std::fclose(file);
+  }
+  return bytes;
+}
+
+inline void WriteBytes(const std::u16string& path, const std::vector<uint8_t>& bytes)
+{
+  FILE* file = nullptr;
+#ifdef _WIN32
+  file = _wfopen(reinterpret_cast<const wchar_t*>(path.c_str()), L"wb");
+#else
+  file = std::fopen(std::filesystem::path(path).string().c_str(), "wb");
+#endif
+  ASSERT_NE(file, nullptr);
+  EXPECT_EQ(std::fwrite(bytes.data(), 1, bytes.size(), file), bytes.size());
+  std::fclose(file);
+}
+
+// Flips one bit of the file at `offset`.
+inline void FlipBit(const std::u16string& path, uint64_t offset)
+{
+  std::vector<uint8_t> bytes = ReadBytes(path);
+  bytes.at(offset) ^= 0x01;
+  WriteBytes(path, bytes);
+}
+
+// Number of files in a directory.
+inline size_t FileCount(const TempDir& dir)
+{
+  size_t count = 0;
+  for ([[maybe_unused]] const auto& entry : std::filesystem::directory_iterator(dir.path()))
+    ++count;
+  return count;
+}
