@@ -19,6 +19,9 @@ cmake --preset linux >/dev/null
 cmake --build --preset linux -j "$jobs"
 ctest --preset linux -j "$jobs"
 
+step "fuzz targets, bounded (fuzz preset)"
+bash scripts/fuzz.sh 15
+
 step "Windows build and tests under Wine (windows preset)"
 cmake --preset windows >/dev/null
 cmake --build --preset windows -j "$jobs"
