@@ -7,4 +7,8 @@ source "$(dirname "${BASH_SOURCE[0]}")/wine-common.sh"
 
 export WINEPREFIX=${WINEPREFIX:-$(default_wine_prefix)}
 [ -f "$WINEPREFIX/.ready" ] || wine_fresh_prefix "$WINEPREFIX" || exit 1
-exec timeout --kill-after=5 "${CRYPTELLE_WINE_TIMEOUT:-300}" "$wine_loader" "$@"
+timeout --kill-after=5 "${CRYPTELLE_WINE_TIMEOUT:-300}" "$wine_loader" "$@"
+status=$?
+# Name the failure in the test log: 124 is the time-out, others come from the program or Wine.
+[ "$status" -eq 0 ] || echo "wine-run: $(basename "$1") exited with status $status" >&2
+exit "$status"
