@@ -22,6 +22,23 @@ class ImageOperations : public testing::Test {
     }
   }
 
+  // A dynamic image split into volume files of 1 MiB of data, opened, with `data` written
+  // at its data area so that it spans exactly three volume files; null on any failure.
+  ImageHandle* OpenThreeVolumeImage(const std::vector<uint8_t>& data)
+  {
+    ImageHandle* handle = nullptr;
+    if (CreateImage(Path(), keys_, CreateParams(16ull << 20, 0, 4096 + (1 << 20))) != 0 ||
+        OpenImage(Path(), keys_, &handle) != 0) {
+      return nullptr;
+    }
+    if (WriteStream(handle->set, handle->dataOffset, data.data(), data.size()) != 0 ||
+        handle->set.volumes.size() != 3) {
+      ImgClose(handle, kCloseForce);
+      return nullptr;
+    }
+    return handle;
+  }
+
   TempDir dir_;
   ImageKeys keys_;
 };
@@ -200,12 +217,9 @@ TEST_F(ImageOperations, CancelAtFirstMiddleOrLastReportLeavesNoFile)
 
 TEST_F(ImageOperations, ChangeKeyKeepsTheDataAndNeedsTheNewKey)
 {
-  ASSERT_EQ(CreateImage(Path(), keys_, CreateParams(16ull << 20, 0, 4096 + (1 << 20))), 0u);
-  ImageHandle* handle = nullptr;
-  ASSERT_EQ(OpenImage(Path(), keys_, &handle), 0u);
-  std::vector<uint8_t> data(2 << 20, 0xC3);
-  ASSERT_EQ(WriteStream(handle->set, handle->dataOffset, data.data(), data.size()), 0u);
-  ASSERT_GE(handle->set.volumes.size(), 3u);
+  const std::vector<uint8_t> data(2 << 20, 0xC3);
+  ImageHandle* handle = OpenThreeVolumeImage(data);
+  ASSERT_NE(handle, nullptr);
   ImageKeys next(kCipherAes, 32, 9);
   EXPECT_EQ(ImgChangeKey(handle, next.headerKey.data(), 16), 0x40050002u);
   ASSERT_EQ(ImgChangeKey(handle, next.headerKey.data(), 32), 0u);
@@ -223,12 +237,8 @@ TEST_F(ImageOperations, ChangeKeyKeepsTheDataAndNeedsTheNewKey)
 
 TEST_F(ImageOperations, ChangeKeyRewritesTheLastVolumeFileFirst)
 {
-  ASSERT_EQ(CreateImage(Path(), keys_, CreateParams(16ull << 20, 0, 4096 + (1 << 20))), 0u);
-  ImageHandle* handle = nullptr;
-  ASSERT_EQ(OpenImage(Path(), keys_, &handle), 0u);
-  std::vector<uint8_t> data(2 << 20, 0x3C);
-  ASSERT_EQ(WriteStream(handle->set, handle->dataOffset, data.data(), data.size()), 0u);
-  ASSERT_EQ(handle->set.volumes.size(), 3u);
+  ImageHandle* handle = OpenThreeVolumeImage(std::vector<uint8_t>(2 << 20, 0x3C));
+  ASSERT_NE(handle, nullptr);
 
   // Let the first header write succeed and the second fail: only the last volume file
   // may then carry the new key.
