@@ -236,6 +236,30 @@ StatusCode CipherSetIv(CipherContext* context, const uint8_t* vector, uint32_t v
   return kStatusSuccess;
 }
 
+StatusCode CipherDuplicate(const CipherContext* context, CipherContext** copy)
+{
+  if (context == nullptr || copy == nullptr || !IsValid(context)) return kCryptoInvalidParameter;
+  auto* made = static_cast<CipherContext*>(SysAllocate(sizeof(CipherContext), kAllocZeroed));
+  if (made == nullptr) return kCryptoOutOfMemory;
+  std::memcpy(made, context, sizeof(CipherContext));
+  if (context->algorithm == kCipherAes) {
+    // The key schedules live in OpenSSL's own contexts: copy those, not their pointers.
+    AesState& aes = made->state.aes;
+    aes.encrypt = EVP_CIPHER_CTX_new();
+    aes.decrypt = EVP_CIPHER_CTX_new();
+    if (aes.encrypt == nullptr || aes.decrypt == nullptr ||
+        EVP_CIPHER_CTX_copy(aes.encrypt, context->state.aes.encrypt) != 1 ||
+        EVP_CIPHER_CTX_copy(aes.decrypt, context->state.aes.decrypt) != 1) {
+      EVP_CIPHER_CTX_free(aes.encrypt);
+      EVP_CIPHER_CTX_free(aes.decrypt);
+      SysRelease(made);
+      return kCryptoOutOfMemory;
+    }
+  }
+  *copy = made;
+  return kStatusSuccess;
+}
+
 StatusCode CipherDestroy(CipherContext* context)
 {
   if (context == nullptr || !IsValid(context)) return kCryptoInvalidParameter;

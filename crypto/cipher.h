@@ -48,6 +48,11 @@ StatusCode CipherDecrypt(CipherContext* context, const uint8_t* input, uint8_t* 
 // Loads up to one block of chaining vector; missing bytes of the block become zero.
 StatusCode CipherSetIv(CipherContext* context, const uint8_t* vector, uint32_t vectorLength);
 
+// Makes an independent copy of a context: same key, same chaining vector (or RC4 key
+// stream position). Lets several threads cipher with one key, each on its own copy.
+// kCryptoInvalidParameter for a missing or invalid context; kCryptoOutOfMemory if no memory.
+StatusCode CipherDuplicate(const CipherContext* context, CipherContext** copy);
+
 // Releases a context. An invalid context is refused and nothing is released.
 StatusCode CipherDestroy(CipherContext* context);
 

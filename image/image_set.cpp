@@ -17,30 +17,6 @@ uint32_t FileFlags(const ImageSet& set)
   return flags;
 }
 
-// The chaining vector of the unit at stream offset `offset`: the offset, the unit size
-// minus one, and four bytes of the identity block; the first ivLength bytes are loaded.
-void LoadUnitVector(const ImageSet& set, uint64_t offset)
-{
-  uint8_t vector[16];
-  Store<uint64_t>(vector, offset);
-  Store<uint32_t>(vector + 8, set.unitSize - 1);
-  std::memcpy(vector + 12, set.identityBlock + identity::kUnitVectorTail, 4);
-  CipherSetIv(set.dataCipher, vector, set.ivLength);
-}
-
-StatusCode CipherUnits(ImageSet& set, uint64_t offset, const uint8_t* input, uint8_t* output,
-                       uint32_t length, bool encrypt)
-{
-  for (uint32_t done = 0; done < length; done += set.unitSize) {
-    LoadUnitVector(set, offset + done);
-    const StatusCode status =
-        encrypt ? CipherEncrypt(set.dataCipher, input + done, output + done, set.unitSize)
-                : CipherDecrypt(set.dataCipher, input + done, output + done, set.unitSize);
-    if (IsFailure(status)) return status;
-  }
-  return kStatusSuccess;
-}
-
 StatusCode CheckRequest(const ImageSet& set, uint64_t offset, uint64_t length)
 {
   if (offset % set.unitSize != 0 || length % set.unitSize != 0) return kImgMisaligned;
@@ -198,6 +174,25 @@ uint64_t ImageSet::StreamEnd() const
   return volumes.empty() ? 0 : volumes.back().start + volumes.back().dataLength;
 }
 
+StatusCode CipherUnits(const ImageSet& set, CipherContext* cipher, uint64_t offset,
+                       const uint8_t* input, uint8_t* output, uint32_t length, bool encrypt)
+{
+  for (uint32_t done = 0; done < length; done += set.unitSize) {
+    // The unit's chaining vector: its stream offset, the unit size minus one, and four
+    // bytes of the identity block; the first ivLength bytes are loaded.
+    uint8_t vector[16];
+    Store<uint64_t>(vector, offset + done);
+    Store<uint32_t>(vector + 8, set.unitSize - 1);
+    std::memcpy(vector + 12, set.identityBlock + identity::kUnitVectorTail, 4);
+    CipherSetIv(cipher, vector, set.ivLength);
+    const StatusCode status =
+        encrypt ? CipherEncrypt(cipher, input + done, output + done, set.unitSize)
+                : CipherDecrypt(cipher, input + done, output + done, set.unitSize);
+    if (IsFailure(status)) return status;
+  }
+  return kStatusSuccess;
+}
+
 StatusCode AllocateSetBuffers(ImageSet& set)
 {
   set.workBuffer = static_cast<uint8_t*>(SysAllocate(kChunkSize, kAllocPageable));
@@ -289,11 +284,18 @@ StatusCode ReadStream(ImageSet& set, uint64_t offset, uint8_t* buffer, uint64_t 
     uint8_t* target = set.IsEncrypted() ? set.workBuffer : buffer + done;
     status = ReadAcrossVolumes(set, offset + done, target, chunk);
     if (!IsFailure(status) && set.IsEncrypted()) {
-      status = CipherUnits(set, offset + done, target, buffer + done, chunk, false);
+      status = CipherUnits(set, set.dataCipher, offset + done, target, buffer + done, chunk, false);
     }
     done += chunk;
   }
   return status;
+}
+
+StatusCode WriteEnciphered(ImageSet& set, uint64_t offset, const uint8_t* bytes, uint32_t length)
+{
+  const StatusCode status = CheckRequest(set, offset, length);
+  if (IsFailure(status)) return status;
+  return WriteAcrossVolumes(set, offset, bytes, length);
 }
 
 StatusCode WriteStream(ImageSet& set, uint64_t offset, const uint8_t* buffer, uint64_t length)
@@ -303,7 +305,7 @@ StatusCode WriteStream(ImageSet& set, uint64_t offset, const uint8_t* buffer, ui
     const auto chunk = static_cast<uint32_t>(std::min<uint64_t>(length - done, kChunkSize));
     const uint8_t* source = buffer + done;
     if (set.IsEncrypted()) {
-      status = CipherUnits(set, offset + done, source, set.workBuffer, chunk, true);
+      status = CipherUnits(set, set.dataCipher, offset + done, source, set.workBuffer, chunk, true);
       source = set.workBuffer;
     }
     if (!IsFailure(status)) status = WriteAcrossVolumes(set, offset + done, source, chunk);

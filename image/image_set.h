@@ -68,6 +68,16 @@ StatusCode LinkFurtherVolumes(ImageSet& set, uint32_t firstInnerFlags);
 StatusCode ReadStream(ImageSet& set, uint64_t offset, uint8_t* buffer, uint64_t length);
 StatusCode WriteStream(ImageSet& set, uint64_t offset, const uint8_t* buffer, uint64_t length);
 
+// Enciphers or deciphers `length` bytes of whole units that belong at stream offset
+// `offset`, each unit chained from its own vector, with `cipher` (the set's data cipher
+// or a copy of it).
+StatusCode CipherUnits(const ImageSet& set, CipherContext* cipher, uint64_t offset,
+                       const uint8_t* input, uint8_t* output, uint32_t length, bool encrypt);
+
+// Writes at most one chunk of bytes that are already as they go on disk (enciphered by
+// CipherUnits when the set is encrypted).
+StatusCode WriteEnciphered(ImageSet& set, uint64_t offset, const uint8_t* bytes, uint32_t length);
+
 // Cuts the stream at `offset`, deleting every volume file behind the one that covers it.
 StatusCode TruncateStream(ImageSet& set, uint64_t offset);
 

@@ -1,9 +1,11 @@
 #include <algorithm>
 #include <cstring>
+#include <thread>
 
 #include "image/bytes.h"
 #include "image/image_handle.h"
 #include "image/progress.h"
+#include "image/unit_encryptor.h"
 #include "system/clock.h"
 #include "system/memory.h"
 
@@ -14,11 +16,20 @@ uint64_t RoundUp(uint64_t value, uint64_t multiple)
   return (value + multiple - 1) / multiple * multiple;
 }
 
-// A 1 MiB source buffer for the content's bulk writes, released on every path.
+// A 1 MiB buffer for the content's bulk writes, released on every path.
 struct ContentBuffer {
   uint8_t* data = static_cast<uint8_t*>(SysAllocate(kChunkSize, kAllocZeroed | kAllocPageable));
+  ContentBuffer() = default;
+  ContentBuffer(const ContentBuffer&) = delete;
+  ContentBuffer& operator=(const ContentBuffer&) = delete;
   ~ContentBuffer() { SysRelease(data); }
 };
+
+// One thread for each processor enciphers; the calling thread writes.
+unsigned EncipheringThreads()
+{
+  return std::clamp(std::thread::hardware_concurrency(), 1u, 16u);
+}
 
 // Fills a buffer with empty table blocks: every entry free, every block sealed.
 void FillEmptyTableBlocks(uint8_t* buffer)
@@ -27,13 +38,37 @@ void FillEmptyTableBlocks(uint8_t* buffer)
   for (uint32_t unit = 0; unit < kChunkSize; unit += kUnitSize) SealTableBlock(buffer + unit);
 }
 
-// Writes `total` bytes of the buffer's content at the stream end in writes of at most
-// 1 MiB, reporting each write.
-StatusCode WriteBulk(ImageSet& set, const uint8_t* buffer, uint64_t total, Progress& progress)
+// Writes `total` bytes of the buffer's content, repeated, at the stream end in writes of
+// at most 1 MiB, reporting each write. In an encrypted set the next chunk is enciphered
+// on other threads while this one is written; `spare` is that chunk's buffer.
+StatusCode WriteBulk(ImageSet& set, const uint8_t* buffer, uint64_t total, uint8_t* spare,
+                     Progress& progress)
 {
+  const uint64_t start = set.StreamEnd();
+  auto chunkAt = [&](uint64_t done) {
+    return static_cast<uint32_t>(std::min<uint64_t>(total - done, kChunkSize));
+  };
+  UnitEncryptor encryptor;
+  uint8_t* ready = set.workBuffer;
+  uint8_t* next = spare;
+  if (set.IsEncrypted() && total > 0) {
+    const StatusCode status = encryptor.Start(set, EncipheringThreads());
+    if (IsFailure(status)) return status;
+    encryptor.Begin(start, buffer, ready, chunkAt(0));
+  }
   for (uint64_t done = 0; done < total;) {
-    const uint64_t length = std::min<uint64_t>(total - done, kChunkSize);
-    const StatusCode status = WriteStream(set, set.StreamEnd(), buffer, length);
+    const uint32_t length = chunkAt(done);
+    const uint8_t* bytes = buffer;
+    if (set.IsEncrypted()) {
+      const StatusCode status = encryptor.Finish();
+      if (IsFailure(status)) return status;
+      if (done + length < total) {
+        encryptor.Begin(start + done + length, buffer, next, chunkAt(done + length));
+      }
+      bytes = ready;
+      std::swap(ready, next);
+    }
+    const StatusCode status = WriteEnciphered(set, start + done, bytes, length);
     if (IsFailure(status)) return status;
     done += length;
     if (!progress.Advance(length)) return kImgCancelled;
@@ -47,7 +82,8 @@ StatusCode CreateStreamContent(ImageSet& set, uint64_t capacity, uint32_t imageF
                                ProgressCallback callback, void* context)
 {
   ContentBuffer buffer;
-  if (buffer.data == nullptr) return kImgOutOfMemory;
+  ContentBuffer spare;
+  if (buffer.data == nullptr || spare.data == nullptr) return kImgOutOfMemory;
   StatusCode status = TruncateStream(set, 0);
   if (IsFailure(status)) return status;
 
@@ -83,10 +119,11 @@ StatusCode CreateStreamContent(ImageSet& set, uint64_t capacity, uint32_t imageF
 
   if (fixed) {
     std::memset(buffer.data, 0, kChunkSize);
-    status = WriteBulk(set, buffer.data, RoundUp(capacity, set.unitSize), progress);
+    status = WriteBulk(set, buffer.data, RoundUp(capacity, set.unitSize), spare.data, progress);
   } else {
     FillEmptyTableBlocks(buffer.data);
-    status = WriteBulk(set, buffer.data, uint64_t{tableBlocks} * set.unitSize, progress);
+    status =
+        WriteBulk(set, buffer.data, uint64_t{tableBlocks} * set.unitSize, spare.data, progress);
   }
   if (IsFailure(status)) return status;
 

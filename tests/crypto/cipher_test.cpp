@@ -316,3 +316,51 @@ TEST(CipherContextValidity, ACorruptedHeaderIsRefusedEverywhere)
   header[2] = saved[2];
   EXPECT_EQ(CipherQuery(aes.get(), &info, 16), 0u);
 }
+
+TEST(CipherDuplicate, CopyContinuesTheChainAndKeyStreamIndependently)
+{
+  const Bytes plain = Pattern(64, 3);
+  for (const CipherAlgorithm algorithm : {kCipherAes, kCipherBlowfish, kCipherCast, kCipherRc4}) {
+    const CipherPtr original = MakeCipher(algorithm, Pattern(16, 9));
+    if (algorithm != kCipherRc4) SetIv(original.get(), Pattern(8, 1));
+    Encrypt(original.get(), plain);  // moves the chaining vector or the key stream on
+    CipherContext* raw = nullptr;
+    ASSERT_EQ(CipherDuplicate(original.get(), &raw), 0u) << algorithm;
+    const CipherPtr copy(raw);
+    // Both go on from the same state and give the same bytes; then each has its own.
+    const Bytes fromOriginal = Encrypt(original.get(), plain);
+    EXPECT_EQ(Encrypt(copy.get(), plain), fromOriginal) << algorithm;
+    Encrypt(original.get(), plain);  // only the original moves on
+    const Bytes again = Encrypt(original.get(), plain);
+    EXPECT_NE(Encrypt(copy.get(), plain), again) << algorithm;
+  }
+}
+
+TEST(CipherDuplicate, CopyOutlivesTheOriginal)
+{
+  CipherPtr original = MakeCipher(kCipherAes, Pattern(32));
+  SetIv(original.get(), Pattern(16));
+  CipherContext* raw = nullptr;
+  ASSERT_EQ(CipherDuplicate(original.get(), &raw), 0u);
+  const CipherPtr copy(raw);
+  const Bytes expected = Encrypt(original.get(), Pattern(32, 5));
+  SetIv(original.get(), Pattern(16));
+  original.reset();
+  SetIv(copy.get(), Pattern(16));
+  EXPECT_EQ(Encrypt(copy.get(), Pattern(32, 5)), expected);
+  SetIv(copy.get(), Pattern(16));
+  EXPECT_EQ(Decrypt(copy.get(), expected), Pattern(32, 5));
+}
+
+TEST(CipherDuplicate, MissingOrInvalidContextIsRefused)
+{
+  const CipherPtr aes = MakeCipher(kCipherAes, Pattern(16));
+  CipherContext* copy = nullptr;
+  EXPECT_EQ(CipherDuplicate(nullptr, &copy), 0x40030002u);
+  EXPECT_EQ(CipherDuplicate(aes.get(), nullptr), 0x40030002u);
+  auto* header = reinterpret_cast<uint32_t*>(aes.get());
+  header[3] = 0;  // block size 0: not a valid context
+  EXPECT_EQ(CipherDuplicate(aes.get(), &copy), 0x40030002u);
+  EXPECT_EQ(copy, nullptr);
+  header[3] = 16;
+}

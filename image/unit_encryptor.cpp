@@ -1,0 +1,88 @@
+#include "image/unit_encryptor.h"
+
+#include <algorithm>
+#include <system_error>
+
+UnitEncryptor::~UnitEncryptor()
+{
+  Stop();
+}
+
+StatusCode UnitEncryptor::Start(const ImageSet& set, unsigned threads)
+{
+  set_ = &set;
+  for (unsigned i = 0; i < threads; ++i) {
+    CipherContext* copy = nullptr;
+    const StatusCode status = CipherDuplicate(set.dataCipher, &copy);
+    if (IsFailure(status)) return status;
+    ciphers_.push_back(copy);
+  }
+  try {
+    for (size_t i = 0; i < ciphers_.size(); ++i)
+      threads_.emplace_back(&UnitEncryptor::Work, this, i);
+  } catch (const std::system_error&) {
+    return kImgOutOfMemory;
+  }
+  return kStatusSuccess;
+}
+
+void UnitEncryptor::Begin(uint64_t offset, const uint8_t* input, uint8_t* output, uint32_t length)
+{
+  const std::lock_guard<std::mutex> lock(mutex_);
+  job_ = Job{offset, input, output, length};
+  busy_ = ciphers_.size();
+  status_ = kStatusSuccess;
+  ++generation_;
+  begun_.notify_all();
+}
+
+StatusCode UnitEncryptor::Finish()
+{
+  std::unique_lock<std::mutex> lock(mutex_);
+  finished_.wait(lock, [this] { return busy_ == 0; });
+  return status_;
+}
+
+// Thread `index` takes the index-th of as many equal runs of whole units as there are
+// threads; a run is contiguous, so each thread streams through its own memory.
+void UnitEncryptor::Work(size_t index)
+{
+  uint64_t seen = 0;
+  std::unique_lock<std::mutex> lock(mutex_);
+  for (;;) {
+    begun_.wait(lock, [&] { return generation_ != seen || stopping_; });
+    if (generation_ == seen) return;  // stopping, with no work left
+    seen = generation_;
+    const Job job = job_;
+    lock.unlock();
+
+    const uint32_t units = job.length / set_->unitSize;
+    const auto count = static_cast<uint32_t>(ciphers_.size());
+    const uint32_t perThread = (units + count - 1) / count;
+    const uint32_t first = std::min(units, static_cast<uint32_t>(index) * perThread);
+    const uint32_t last = std::min(units, first + perThread);
+    StatusCode status = kStatusSuccess;
+    if (last > first) {
+      const uint32_t skip = first * set_->unitSize;
+      status = CipherUnits(*set_, ciphers_[index], job.offset + skip, job.input + skip,
+                           job.output + skip, (last - first) * set_->unitSize, true);
+    }
+
+    lock.lock();
+    if (IsFailure(status) && !IsFailure(status_)) status_ = status;
+    if (--busy_ == 0) finished_.notify_all();
+  }
+}
+
+void UnitEncryptor::Stop()
+{
+  {
+    const std::lock_guard<std::mutex> lock(mutex_);
+    stopping_ = true;
+  }
+  begun_.notify_all();
+  for (std::thread& thread : threads_) thread.join();
+  for (CipherContext* cipher : ciphers_) CipherDestroy(cipher);
+  threads_.clear();
+  ciphers_.clear();
+}

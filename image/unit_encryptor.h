@@ -1,0 +1,55 @@
+// Enciphers the independent units of a chunk on several threads, each with its own copy
+// of the set's data cipher, while the caller goes on with other work: the write of the
+// chunk enciphered before. The bytes are the same as one thread would make.
+#pragma once
+
+#include <condition_variable>
+#include <cstdint>
+#include <mutex>
+#include <thread>
+#include <vector>
+
+#include "image/image_set.h"
+
+class UnitEncryptor {
+ public:
+  UnitEncryptor() = default;
+  UnitEncryptor(const UnitEncryptor&) = delete;
+  UnitEncryptor& operator=(const UnitEncryptor&) = delete;
+  // Lets the work begun last run to its end, then stops the threads.
+  ~UnitEncryptor();
+
+  // Copies the set's data cipher for `threads` threads and starts them. The cipher
+  // engine's code when a copy cannot be made; kImgOutOfMemory when a thread cannot.
+  StatusCode Start(const ImageSet& set, unsigned threads);
+
+  // Begins enciphering `length` bytes (whole units) of `input`, which belong at stream
+  // offset `offset`, into `output`. Both buffers must stay until Finish returns.
+  void Begin(uint64_t offset, const uint8_t* input, uint8_t* output, uint32_t length);
+
+  // Waits for the work begun last; its first failure.
+  StatusCode Finish();
+
+ private:
+  struct Job {
+    uint64_t offset = 0;
+    const uint8_t* input = nullptr;
+    uint8_t* output = nullptr;
+    uint32_t length = 0;
+  };
+
+  void Work(size_t index);
+  void Stop();
+
+  const ImageSet* set_ = nullptr;
+  std::vector<CipherContext*> ciphers_;
+  std::vector<std::thread> threads_;
+  std::mutex mutex_;
+  std::condition_variable begun_;
+  std::condition_variable finished_;
+  Job job_;
+  uint64_t generation_ = 0;  // counts the jobs begun
+  size_t busy_ = 0;          // threads still working on the current job
+  bool stopping_ = false;
+  StatusCode status_ = kStatusSuccess;
+};
