@@ -15,3 +15,8 @@ uint64_t SysFileTime();
 
 // A high-resolution, monotonically increasing counter in system-defined ticks.
 uint64_t SysPerformanceCounter();
+
+// A test seam: while `unixSeconds` is not 0, SysUnixTime and SysFileTime report that
+// moment instead of the system's clock; 0 gives the system's clock back. Production code
+// never freezes the clock.
+void SysFreezeClock(uint64_t unixSeconds);

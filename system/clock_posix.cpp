@@ -1,6 +1,7 @@
 #include <time.h>
 
 #include "system/clock.h"
+#include "system/clock_backend.h"
 
 namespace {
 
@@ -13,12 +14,7 @@ uint64_t Nanoseconds(clockid_t clock)
 
 }  // namespace
 
-uint64_t SysUnixTime()
-{
-  return Nanoseconds(CLOCK_REALTIME) / 1000000000ull;
-}
-
-uint64_t SysFileTime()
+uint64_t BackendFileTime()
 {
   return Nanoseconds(CLOCK_REALTIME) / 100 + kFileTimeEpochOffsetSeconds * kFileTimeTicksPerSecond;
 }

@@ -1,17 +1,13 @@
 #include <windows.h>
 
 #include "system/clock.h"
+#include "system/clock_backend.h"
 
-uint64_t SysFileTime()
+uint64_t BackendFileTime()
 {
   FILETIME now;
   GetSystemTimeAsFileTime(&now);
   return (static_cast<uint64_t>(now.dwHighDateTime) << 32) | now.dwLowDateTime;
-}
-
-uint64_t SysUnixTime()
-{
-  return SysFileTime() / kFileTimeTicksPerSecond - kFileTimeEpochOffsetSeconds;
 }
 
 uint64_t SysPerformanceCounter()

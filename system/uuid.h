@@ -15,3 +15,8 @@ static_assert(sizeof(Guid) == 16);
 
 // Makes a new unique identifier; kSysUuidFailed if the system cannot.
 StatusCode SysCreateUuid(Guid* out);
+
+// A test seam: while a sequence is set, SysCreateUuid hands out `*first`, then the same
+// identifier with data1 counted up by one each time; null gives real identifiers back.
+// Production code never sets a sequence.
+void SysSetUuidSequence(const Guid* first);

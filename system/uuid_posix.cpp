@@ -2,12 +2,11 @@
 
 #include <cstring>
 
-#include "system/uuid.h"
+#include "system/uuid_backend.h"
 
 // A random (version 4) identifier from the kernel's generator.
-StatusCode SysCreateUuid(Guid* out)
+StatusCode BackendCreateUuid(Guid* out)
 {
-  if (out == nullptr) return kSysInvalidParameter;
   uint8_t bytes[sizeof(Guid)];
   if (getrandom(bytes, sizeof bytes, 0) != static_cast<ssize_t>(sizeof bytes))
     return kSysUuidFailed;

@@ -3,11 +3,10 @@
 
 #include <cstring>
 
-#include "system/uuid.h"
+#include "system/uuid_backend.h"
 
-StatusCode SysCreateUuid(Guid* out)
+StatusCode BackendCreateUuid(Guid* out)
 {
-  if (out == nullptr) return kSysInvalidParameter;
   UUID id;
   const RPC_STATUS status = UuidCreate(&id);
   if (status != RPC_S_OK && status != RPC_S_UUID_LOCAL_ONLY) return kSysUuidFailed;

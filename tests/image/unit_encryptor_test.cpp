@@ -103,23 +103,14 @@ TEST(FixedImageData, EveryUnitIsItsZerosEncipheredWithItsOwnVector)
     const uint64_t limit = 4096 + (3ull << 19) + 4096;  // 1.5 MiB and one unit per file
     ASSERT_EQ(CreateImage(path, keys, CreateParams(capacity, kCreateFixed, limit)), 0u);
 
-    Bytes stream;
-    for (uint32_t index = 0; Exists(VolumeFilePath(path, index)); ++index) {
-      const Bytes file = ReadBytes(VolumeFilePath(path, index));
-      stream.insert(stream.end(), file.begin() + 4096, file.end());
-    }
+    const Bytes stream = StoredStream(path);
     ASSERT_GE(stream.size(), 8192 + capacity);
 
     const CipherPtr cipher = MakeCipher(algorithm, keys.dataKey);
     const Bytes zeros(4096);
     uint32_t wrong = 0;
     for (uint64_t offset = 8192; offset < 8192 + capacity; offset += 4096) {
-      uint8_t vector[16] = {};
-      for (int i = 0; i < 8; ++i) vector[i] = static_cast<uint8_t>(offset >> (8 * i));
-      vector[8] = 0xFF;
-      vector[9] = 0x0F;
-      std::memcpy(vector + 12, keys.identity.data() + 16, 4);
-      SetIv(cipher.get(), Bytes(vector, vector + (algorithm == kCipherAes ? 16 : 8)));
+      SetIv(cipher.get(), UnitVector(keys, offset, algorithm == kCipherAes ? 16 : 8));
       const Bytes expected = Encrypt(cipher.get(), zeros);
       if (std::memcmp(stream.data() + offset, expected.data(), 4096) != 0) ++wrong;
     }

@@ -8,6 +8,8 @@
 
 #include "crypto/cipher.h"
 #include "image/image.h"
+#include "image/image_set.h"
+#include "image/layout.h"
 #include "support/temp_dir.h"
 
 struct ImageKeys {
@@ -101,4 +103,31 @@ inline size_t FileCount(const TempDir& dir)
   for ([[maybe_unused]] const auto& entry : std::filesystem::directory_iterator(dir.path()))
     ++count;
   return count;
+}
+
+// The image stream as the volume files hold it: each file's bytes behind its header, in
+// file order.
+inline std::vector<uint8_t> StoredStream(const std::u16string& path)
+{
+  std::vector<uint8_t> stream;
+  for (uint32_t index = 0; Exists(VolumeFilePath(path, index)); ++index) {
+    const std::vector<uint8_t> file = ReadBytes(VolumeFilePath(path, index));
+    if (file.size() > kHeaderSize)
+      stream.insert(stream.end(), file.begin() + kHeaderSize, file.end());
+  }
+  return stream;
+}
+
+// The chaining vector of the stream unit at `offset`, made by the format's rule rather
+// than by the image code: the offset, 4095, identity bytes 16..19; of these the first
+// `blockSize` bytes.
+inline std::vector<uint8_t> UnitVector(const ImageKeys& keys, uint64_t offset, uint32_t blockSize)
+{
+  std::vector<uint8_t> vector(16);
+  for (size_t i = 0; i < 8; ++i) vector[i] = static_cast<uint8_t>(offset >> (8 * i));
+  vector[8] = 0xFF;
+  vector[9] = 0x0F;
+  for (size_t i = 0; i < 4; ++i) vector[12 + i] = keys.identity[16 + i];
+  vector.resize(blockSize);
+  return vector;
 }

@@ -32,3 +32,14 @@ TEST(SysPerformanceCounter, NeverRunsBackwards)
   }
   EXPECT_NE(previous, 0u);
 }
+
+TEST(SysFreezeClock, FixesBothClocksUntilReleased)
+{
+  SysFreezeClock(1700000000);
+  EXPECT_EQ(SysUnixTime(), 1700000000u);
+  EXPECT_EQ(SysFileTime(), (1700000000ull + 11644473600ull) * 10000000ull);
+  SysFreezeClock(0);
+  const auto now = static_cast<uint64_t>(std::time(nullptr));
+  EXPECT_GE(SysUnixTime() + 1, now);
+  EXPECT_LE(SysUnixTime(), now + 1);
+}
