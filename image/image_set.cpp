@@ -87,7 +87,10 @@ StatusCode ContinueInNewVolume(ImageSet& set, size_t index, uint64_t pos, const 
   uint32_t done = 0;
   status = SysWriteFile(set.volumes.back().file, kHeaderSize, piece + kept, length - kept, &done);
   if (IsFailure(status)) {
+    // The set ends at volume `index` again; its header must no longer announce a follower,
+    // or the set would not open. The disk-full failure stays the one reported.
     DiscardLastVolume(set);
+    RewriteFollowFlag(set, index, false);
     return diskFull;
   }
   set.volumes.back().dataLength = length - kept;

@@ -105,3 +105,28 @@ TEST_F(ImageFaults, ReadFaultDuringOpenIsReported)
   ASSERT_EQ(OpenImage(Path(), keys_, &handle), 0u);
   EXPECT_EQ(ImgClose(handle, 0), 0u);
 }
+
+TEST_F(ImageFaults, FailedContinuationLeavesASetThatStillOpens)
+{
+  ASSERT_EQ(CreateImage(Path(), keys_, CreateParams(4ull << 20, 0, ~0ull)), 0u);
+  ImageHandle* handle = nullptr;
+  ASSERT_EQ(OpenImage(Path(), keys_, &handle), 0u);
+  const uint64_t end = handle->set.StreamEnd();
+  // Volume file 0 is at the file system's ceiling; the disk has room. Write 1 meets the
+  // ceiling, writes 2 and 3 make volume file 1 and announce it, write 4 puts the unit
+  // into it and fails.
+  faults_.maxFileSize = FileSize(Path());
+  faults_.freeSpace = 1ull << 40;
+  faults_.failingWrite = 4;
+  SysSetFileFaults(&faults_);
+  std::vector<uint8_t> unit(4096, 0x22);
+  EXPECT_EQ(WriteStream(handle->set, end, unit.data(), unit.size()), 0x4000000Du);
+  SysSetFileFaults(nullptr);
+  EXPECT_EQ(faults_.writesSeen, 5u) << "the announcement is taken back";
+  EXPECT_FALSE(Exists(VolumeFilePath(Path(), 1)));
+  EXPECT_EQ(ImgClose(handle, 0), 0u);
+  ASSERT_EQ(OpenImage(Path(), keys_, &handle), 0u);
+  EXPECT_EQ(handle->set.volumes.size(), 1u);
+  EXPECT_EQ(handle->set.StreamEnd(), end);
+  EXPECT_EQ(ImgClose(handle, 0), 0u);
+}
