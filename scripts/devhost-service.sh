@@ -4,9 +4,9 @@
 #
 #   bash scripts/devhost-service.sh install|uninstall|start|stop [path/to/pdevhost.exe]
 #
-# A service lives only as long as the prefix's wineserver: a session started with
-# `wineserver -p` (as scripts/test.sh and scripts/run.sh do) keeps it running between
-# programs; otherwise start it again before use.
+# A service lives only as long as the prefix's wineserver. Installing and starting make
+# sure one runs, detached from this script's output (under ctest a server started on the
+# test's pipe would keep ctest waiting for as long as the service runs).
 set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/wine-common.sh"
 
@@ -20,4 +20,7 @@ case "$action" in
     ;;
 esac
 [ -f "$exe" ] || { echo "devhost-service: $exe not found; build the windows preset first" >&2; exit 1; }
+prefix=${WINEPREFIX:-$(default_wine_prefix)}
+case "$action" in install | start) wine_session_ensure "$prefix" ;; esac
+export WINEPREFIX=$prefix
 exec bash "$repo_root/scripts/wine-run.sh" "$exe" "--$action"

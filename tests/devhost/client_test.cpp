@@ -69,9 +69,7 @@ TEST_F(DeviceHostTest, WrongPasswordIsAnsweredByTheHost)
 TEST_F(DeviceHostTest, PlainImageIsNotAValidImage)
 {
   const std::u16string image = MakeImage();
-  std::vector<uint8_t> bytes = ReadBytes(image);
-  bytes[64] ^= 0x01;  // the outer flags say: not encrypted
-  WriteBytes(image, bytes);
+  MarkNotEncrypted(image);
   ForgetLastCall();
   EXPECT_EQ(ImgMountWithPassword(image.c_str(), u"P:", 0, u"secret"), 0x40060009u);
   EXPECT_EQ(LastCall(), L"none");

@@ -8,6 +8,7 @@
 
 #include "crypto/cipher.h"
 #include "image/image.h"
+#include "image/layout.h"
 #include "support/temp_dir.h"
 
 struct ImageKeys {
@@ -91,6 +92,15 @@ inline void FlipBit(const std::u16string& path, uint64_t offset)
 {
   std::vector<uint8_t> bytes = ReadBytes(path);
   bytes.at(offset) ^= 0x01;
+  WriteBytes(path, bytes);
+}
+
+// Clears the encrypted bit of the plain outer flags of the image's first volume file, so
+// that its header says: not encrypted.
+inline void MarkNotEncrypted(const std::u16string& path)
+{
+  std::vector<uint8_t> bytes = ReadBytes(path);
+  bytes.at(64) ^= header::kFlagEncrypted;
   WriteBytes(path, bytes);
 }
 
