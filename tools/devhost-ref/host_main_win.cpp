@@ -98,8 +98,7 @@ int Report(const char* what, DWORD error)
 int main(int argc, char** argv)
 {
   stopEvent = CreateEventW(nullptr, TRUE, FALSE, nullptr);
-  const char* command = argc > 1 ? argv[1] : "";
-  if (argc > 2) command = "--help";
+  const char* command = argc == 2 ? argv[1] : argc == 1 ? "" : "--too-many";
   if (std::strcmp(command, "") == 0) {
     SERVICE_TABLE_ENTRYW services[] = {{const_cast<wchar_t*>(kHostServiceName), ServiceMain},
                                        {nullptr, nullptr}};
