@@ -81,3 +81,5 @@ inline constexpr StatusCode kDevOutOfMemory = MakeFailure(kFacilityDeviceHost, 0
 inline constexpr StatusCode kDevImageNotEncrypted = MakeFailure(kFacilityDeviceHost, 0x09);
 inline constexpr StatusCode kDevUnreachable = MakeFailure(kFacilityDeviceHost, 0x0A);
 inline constexpr StatusCode kDevNotRunning = MakeFailure(kFacilityDeviceHost, 0x0B);
+// The file-system volume of a disk is still in use by applications; a forced dismount goes on.
+inline constexpr StatusCode kDevVolumeInUse = MakeFailure(kFacilityDeviceHost, 0x0D);

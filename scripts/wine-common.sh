@@ -67,6 +67,17 @@ wine_session_start() {
   "$wine_loader" wineboot >/dev/null 2>&1
 }
 
+# Makes sure a wineserver runs for the prefix at $1 (kept if one already does), detached
+# from the caller's output: programs and services started in the prefix then never hold a
+# caller's pipe open, which ctest would wait for. A server started here ends $2 seconds
+# (default 60) after its last program.
+wine_session_ensure() {
+  export WINEPREFIX=$1
+  [ -f "$WINEPREFIX/.ready" ] || wine_fresh_prefix "$WINEPREFIX" || return 1
+  "$wine_server" -p"${2:-60}" </dev/null >/dev/null 2>&1 || true
+  "$wine_loader" wineboot </dev/null >/dev/null 2>&1
+}
+
 wine_session_stop() {
   WINEPREFIX=$1 "$wine_server" -k >/dev/null 2>&1 || true
 }

@@ -45,4 +45,5 @@ TEST(StatusCode, ValuesAreBuiltFromFacilityAndCode)
   EXPECT_EQ(kDevImageNotEncrypted, 0x40060009u);
   EXPECT_EQ(kDevUnreachable, 0x4006000Au);
   EXPECT_EQ(kDevNotRunning, 0x4006000Bu);
+  EXPECT_EQ(kDevVolumeInUse, 0x4006000Du);
 }

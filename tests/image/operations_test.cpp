@@ -85,9 +85,7 @@ TEST_F(ImageOperations, KeyInfoArgumentsAndFailures)
 TEST_F(ImageOperations, PlainImageIsRefused)
 {
   ASSERT_EQ(CreateImage(Path(), keys_, CreateParams(4ull << 20)), 0u);
-  std::vector<uint8_t> bytes = ReadBytes(Path());
-  bytes[64] ^= header::kFlagEncrypted;  // the outer flags say: not encrypted
-  WriteBytes(Path(), bytes);
+  MarkNotEncrypted(Path());
   ImageKeyInfo info{sizeof info};
   EXPECT_EQ(ImgGetKeyInfo(Path().c_str(), &info), 0x40050017u);
   ImageHandle* handle = nullptr;

@@ -96,6 +96,15 @@ inline void FlipBit(const std::u16string& path, uint64_t offset)
   WriteBytes(path, bytes);
 }
 
+// Clears the encrypted bit of the plain outer flags of the image's first volume file, so
+// that its header says: not encrypted.
+inline void MarkNotEncrypted(const std::u16string& path)
+{
+  std::vector<uint8_t> bytes = ReadBytes(path);
+  bytes.at(64) ^= header::kFlagEncrypted;
+  WriteBytes(path, bytes);
+}
+
 // Number of files in a directory.
 inline size_t FileCount(const TempDir& dir)
 {
