@@ -5,7 +5,8 @@
 // lock ("settings.lock"): the new text goes to "settings.new", is flushed to the disk and
 // then renamed over "settings", so a crash leaves either the old or the new store, never a
 // half-written one. A missing file is an empty store; a damaged one reads as far as it
-// parses (settings/file_store_format.h), and one larger than 1 MiB as empty.
+// parses (settings/file_store_format.h), and one larger than 1 MiB as empty; the next
+// change replaces either with what was read plus the change.
 #pragma once
 
 #include <string>

@@ -160,6 +160,11 @@ class FileKey : public SettingsKey {
     StatusCode status = SubKeyNames(path, &names);
     if (IsFailure(status)) return status;
     if (!AllStorable(names)) return MapSystemError(kErrorInvalidParameter);
+    // A key that exists needs no change, and so no lock.
+    SettingsNode current;
+    if (!IsFailure(LoadStore(directory_, &current)) && FindKey(current, names) != nullptr) {
+      return Hand(std::move(names), key);
+    }
     status = ChangeStore(directory_, [&names](SettingsNode& root, bool* changed) {
       CreateKey(root, names, changed);
       return kStatusSuccess;

@@ -44,7 +44,8 @@ StatusCode WriteRecentList(const RecentImageList& list, const char16_t* keyPath)
 // is non-zero (then neither the list nor the store changes). An entry equal to `path`
 // ignoring case is taken out; a full list drops its oldest entry; `path` becomes the newest
 // entry and the list is written under kRecentListKeyPath. A path longer than
-// kMaxRecentPathLength characters is refused with kSysInvalidParameter.
+// kMaxRecentPathLength characters is refused with kSysInvalidParameter. The caller shows
+// the list anew afterwards (the menu section).
 StatusCode AddRecentImage(RecentImageList* list, const char16_t* path);
 
 // Empties the list (from the newest entry backwards) and writes it under kRecentListKeyPath,

@@ -48,9 +48,10 @@ class SettingsKey {
 
   // Reads a value as the registry does. `*size` holds the buffer's size in bytes and
   // becomes the value's size. A null `data` asks for type and size only. A value larger
-  // than the buffer fails with the status of error 234 and reports its type and size; the
-  // buffer's contents are then undefined (the portable stores leave it untouched). `type`
-  // may be null.
+  // than the buffer fails with the status of error 234 and reports its type and the size
+  // the buffer would need (the registry may count room for a terminator a string value
+  // lacks); the buffer's contents are then undefined (the portable stores leave it
+  // untouched). `type` may be null.
   virtual StatusCode QueryValue(const char16_t* name, uint32_t* type, void* data,
                                 uint32_t* size) = 0;
 

@@ -6,13 +6,11 @@
 namespace {
 
 // The case tables of Unicode, whatever locale the process has set: the "C" locale
-// upper-cases ASCII only.
+// upper-cases ASCII only. Null where the system lacks a UTF-8 locale.
 locale_t CaseLocale()
 {
-  static const locale_t locale = [] {
-    locale_t made = newlocale(LC_CTYPE_MASK, "C.UTF-8", static_cast<locale_t>(nullptr));
-    return made != static_cast<locale_t>(nullptr) ? made : LC_GLOBAL_LOCALE;
-  }();
+  static const locale_t locale =
+      newlocale(LC_CTYPE_MASK, "C.UTF-8", static_cast<locale_t>(nullptr));
   return locale;
 }
 
@@ -31,7 +29,9 @@ char32_t NextPoint(const char16_t** text)
 
 wint_t Upper(char32_t point)
 {
-  return towupper_l(static_cast<wint_t>(point), CaseLocale());
+  const locale_t locale = CaseLocale();
+  if (locale == static_cast<locale_t>(nullptr)) return towupper(static_cast<wint_t>(point));
+  return towupper_l(static_cast<wint_t>(point), locale);
 }
 
 }  // namespace

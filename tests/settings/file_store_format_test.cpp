@@ -149,6 +149,19 @@ TEST(FileStoreFormatTest, KeyNameLongerThan255CharactersIsRefused)
   EXPECT_TRUE(root.subkeys[0]->values.empty());
 }
 
+TEST(SettingsTreeTest, KeyPathWithAnEmptyOrOverlongNameIsRefused)
+{
+  std::vector<std::u16string> names;
+  EXPECT_EQ(SplitKeyPath(u"A\\\\B", &names), kSysInvalidParameter);
+  EXPECT_EQ(SplitKeyPath(u"\\A", &names), kSysInvalidParameter);
+  EXPECT_EQ(SplitKeyPath(u"A\\", &names), kSysInvalidParameter);
+  EXPECT_EQ(SplitKeyPath((std::u16string(256, u'k')).c_str(), &names), kSysInvalidParameter);
+  EXPECT_EQ(SplitKeyPath(u"A\\B\\C", &names), kStatusSuccess);
+  EXPECT_EQ(names, (std::vector<std::u16string>{u"A", u"B", u"C"}));
+  EXPECT_EQ(SplitKeyPath(u"", &names), kStatusSuccess);
+  EXPECT_TRUE(names.empty());
+}
+
 TEST(FileStoreFormatTest, OnlyNamesWithoutLoneSurrogatesAreStorable)
 {
   EXPECT_TRUE(IsStorableName(u"Document1"));
