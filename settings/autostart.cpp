@@ -41,8 +41,7 @@ StatusCode ReadAutostartValue(std::u16string* value)
   uint32_t type = kValueNone;
   if (IsFailure(key->QueryValue(kAutostartValueName, &type, text, &size))) return kStatusSuccess;
   if (type != kValueString && type != kValueExpandString) return kStatusSuccess;
-  value->assign(text, size / 2);
-  value->resize(value->find(u'\0') == std::u16string::npos ? value->size() : value->find(u'\0'));
+  *value = TextBeforeTerminator(text, size / 2);
   return kStatusSuccess;
 }
 

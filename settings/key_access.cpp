@@ -45,3 +45,10 @@ StatusCode WriteDword(SettingsKey& key, const char16_t* name, uint32_t value)
 {
   return key.SetValue(name, kValueDword, &value, sizeof value);
 }
+
+std::u16string TextBeforeTerminator(const char16_t* text, size_t length)
+{
+  size_t end = 0;
+  while (end < length && text[end] != 0) ++end;
+  return std::u16string(text, end);
+}

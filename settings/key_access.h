@@ -5,6 +5,7 @@
 #include <bit>
 #include <cstdint>
 #include <cstring>
+#include <string>
 
 #include "settings/settings_backend.h"
 
@@ -33,6 +34,9 @@ void ReadUncheckedDword(SettingsKey& key, const char16_t* name, uint32_t* value)
 
 // Stores a REG_DWORD of 4 bytes.
 StatusCode WriteDword(SettingsKey& key, const char16_t* name, uint32_t value);
+
+// The text of a string value read as `length` characters: up to its first terminator.
+std::u16string TextBeforeTerminator(const char16_t* text, size_t length);
 
 // Keeps the first failure of a sequence of writes that all go ahead.
 inline void KeepFirstFailure(StatusCode* first, StatusCode status)

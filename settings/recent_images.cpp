@@ -16,6 +16,16 @@ std::u16string DocumentName(uint32_t number)
   return name;
 }
 
+// Opens the key of the list: `keyPath`, then its subkey, each created when `create`.
+StatusCode OpenListKey(const char16_t* keyPath, bool create, SettingsKeyPtr* key)
+{
+  SettingsKeyPtr parent;
+  const StatusCode status =
+      create ? CreateUserKey(keyPath, &parent) : OpenUserKey(keyPath, &parent);
+  if (IsFailure(status)) return status;
+  return create ? parent->CreateSubKey(kListSubKey, key) : parent->OpenSubKey(kListSubKey, key);
+}
+
 // One stored entry, when it is acceptable as a path.
 bool ReadEntry(SettingsKey& key, uint32_t number, std::u16string* path)
 {
@@ -27,8 +37,7 @@ bool ReadEntry(SettingsKey& key, uint32_t number, std::u16string* path)
   if (size % 2 != 0) return false;
   const size_t length = size / 2;
   if (length != 0 && text[length - 1] != 0) return false;
-  path->assign(text, length);
-  path->resize(path->find(u'\0') == std::u16string::npos ? length : path->find(u'\0'));
+  *path = TextBeforeTerminator(text, length);
   return true;
 }
 
@@ -36,11 +45,8 @@ bool ReadEntry(SettingsKey& key, uint32_t number, std::u16string* path)
 
 StatusCode ReadRecentList(RecentImageList* list, const char16_t* keyPath)
 {
-  SettingsKeyPtr parent;
-  StatusCode status = OpenUserKey(keyPath, &parent);
-  if (IsFailure(status)) return status;
   SettingsKeyPtr key;
-  status = parent->OpenSubKey(kListSubKey, &key);
+  const StatusCode status = OpenListKey(keyPath, false, &key);
   if (IsFailure(status)) return status;
   uint32_t count = 0;
   uint32_t type = kValueNone;
@@ -61,11 +67,8 @@ StatusCode ReadRecentList(RecentImageList* list, const char16_t* keyPath)
 
 StatusCode WriteRecentList(const RecentImageList& list, const char16_t* keyPath)
 {
-  SettingsKeyPtr parent;
-  StatusCode status = CreateUserKey(keyPath, &parent);
-  if (IsFailure(status)) return status;
   SettingsKeyPtr key;
-  status = parent->CreateSubKey(kListSubKey, &key);
+  const StatusCode status = OpenListKey(keyPath, true, &key);
   if (IsFailure(status)) return status;
   WriteDword(*key, u"DocumentCount", list.maximum);
   const auto count = static_cast<uint32_t>(list.entries.size());
