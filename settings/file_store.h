@@ -6,7 +6,8 @@
 // then renamed over "settings", so a crash leaves either the old or the new store, never a
 // half-written one. A missing file is an empty store; a damaged one reads as far as it
 // parses (settings/file_store_format.h), and one larger than 1 MiB as empty; the next
-// change replaces either with what was read plus the change.
+// change replaces either with what was read plus the change. A change that would make the
+// file larger than that fails with kSysFileTooLarge and leaves the store as it was.
 #pragma once
 
 #include <string>

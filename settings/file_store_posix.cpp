@@ -69,6 +69,8 @@ StatusCode LoadStore(const std::string& directory, SettingsNode* root)
 StatusCode SaveStore(const std::string& directory, const SettingsNode& root)
 {
   const std::string text = FormatSettingsText(root);
+  // A store too large to be read back would read as empty: it is never written.
+  if (text.size() > kMaxSettingsFileSize) return kSysFileTooLarge;
   const std::string temporary = directory + "/settings.new";
   const std::u16string wide = Utf8ToUtf16(temporary);
   SysFile* file = nullptr;

@@ -199,6 +199,23 @@ TEST_F(FileStoreTest, FileLargerThanOneMebibyteReadsAsEmpty)
   EXPECT_EQ(defaults.removable, 0u);
 }
 
+TEST_F(FileStoreTest, ChangeThatWouldOutgrowTheReadableSizeIsRefused)
+{
+  WriteGeneralOptions({1, 0, 0, 0});
+  SettingsKeyPtr root;
+  SettingsKeyPtr key;
+  ASSERT_EQ(store_.OpenUserRoot(&root), kStatusSuccess);
+  ASSERT_EQ(root->CreateSubKey(u"Software\\Big", &key), kStatusSuccess);
+  const std::vector<uint8_t> half(kMaxSettingsFileSize / 2, 0x5A);  // two hex digits a byte
+  EXPECT_EQ(key->SetValue(u"Blob", kValueBinary, half.data(), static_cast<uint32_t>(half.size())),
+            kSysFileTooLarge);
+  uint32_t size = 0;
+  EXPECT_EQ(key->QueryValue(u"Blob", nullptr, nullptr, &size), kSysNotFound);
+  GeneralOptions read;
+  ReadGeneralOptions(&read);
+  EXPECT_EQ(read.removable, 1u);
+}
+
 TEST_F(FileStoreTest, StoreThatCannotBeCreatedFailsWithTheMappedSystemErrorAndKeepsDefaults)
 {
   WriteText(dir_.path() / "blocker", "a file where a directory should be");
