@@ -15,7 +15,7 @@
 #include "crypto/status.h"
 
 // The defaults the mount dialog starts from. Each field is left at the caller's value when
-// its value is absent; the initial values are the designed defaults.
+// its value is absent; the initial values are the program's defaults.
 struct MountDefaults {
   uint32_t removable = 0;  // "MountAsRemovable"
   uint32_t invisible = 1;  // "MountInvisible"

@@ -39,7 +39,7 @@ TEST_P(ListLayoutTest, FirstRunShowsMountPointCapacityImagePathSortedByMountPoin
   EXPECT_TRUE(Store().KeyExists(kAppKey));
 }
 
-TEST_P(ListLayoutTest, LayoutIsWrittenWithTheDesignedNamesTypesAndSizes)
+TEST_P(ListLayoutTest, LayoutIsWrittenAsColumnPosBinaryAndTwoDwords)
 {
   ListLayout layout;
   layout.columns[3] = {0x1234, 6};

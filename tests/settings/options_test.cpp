@@ -23,7 +23,7 @@ TEST_P(OptionsTest, MountDefaultsWithoutKeyShowInvisibleCheckedRemovableUnchecke
   EXPECT_TRUE(Store().ValueNames(kAppKey).empty());
 }
 
-TEST_P(OptionsTest, EveryReaderWithoutValuesGivesTheDesignedDefaults)
+TEST_P(OptionsTest, EveryReaderWithoutValuesGivesTheProgramDefaults)
 {
   GeneralOptions general;
   EXPECT_EQ(ReadGeneralOptions(&general), kStatusSuccess);
@@ -199,7 +199,7 @@ class OptionsOrderTest : public ::testing::Test {
   MemorySettingsBackend store_;
 };
 
-TEST_F(OptionsOrderTest, GeneralOptionsAreWrittenInTheDesignedOrder)
+TEST_F(OptionsOrderTest, GeneralOptionsAreWrittenRemovableInvisibleIgnoreOpenFilesPrivacy)
 {
   WriteGeneralOptions({});
   const std::vector<std::u16string> expected = {
@@ -209,7 +209,7 @@ TEST_F(OptionsOrderTest, GeneralOptionsAreWrittenInTheDesignedOrder)
   EXPECT_EQ(store_.Journal(), expected);
 }
 
-TEST_F(OptionsOrderTest, MonitorOptionsAreWrittenInTheDesignedOrder)
+TEST_F(OptionsOrderTest, MonitorOptionsAreWrittenEnableUnloadHotKey)
 {
   WriteMonitorOptions({});
   const std::vector<std::u16string> expected = {

@@ -10,7 +10,7 @@
 #include "settings/settings_backend.h"
 #include "store_probe.h"
 
-// The designed key paths, spelled out here so that the tests prove them.
+// The key paths, spelled out here rather than taken from the code, so that the tests prove them.
 inline const std::u16string kAppKey = u"Software\\Pellmora\\Cryptelle\\1.0";
 inline const std::u16string kMruKey = u"Software\\Pellmora\\Cryptelle\\1.0\\MRU";
 inline const std::u16string kListKey =
