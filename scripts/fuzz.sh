@@ -6,7 +6,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 seconds=${1:-20}
-targets=(header_fuzz records_fuzz open_fuzz)
+targets=(header_fuzz records_fuzz open_fuzz settings_file_fuzz)
 
 cmake --preset fuzz >/dev/null
 cmake --build --preset fuzz -j "$(nproc)" --target "${targets[@]}" >/dev/null
