@@ -7,6 +7,8 @@ packages=(
   # native build and tests
   build-essential cmake ninja-build pkg-config libssl-dev zlib1g-dev
   libgtest-dev libbenchmark-dev clang clang-format libclang-rt-14-dev
+  # the artwork generator and the text checks (python3), the test locale (locales)
+  python3 locales
   # Windows build and its test runner
   mingw-w64 mingw-w64-tools libz-mingw-w64-dev wine wine64 xvfb
   # fetching and building the MinGW libcrypto

@@ -8,6 +8,7 @@
 #include "image/image.h"
 #include "image/image_handle.h"
 #include "image/image_set.h"
+#include "res/resource.h"
 #include "system/file.h"
 #include "system/memory.h"
 #include "system/utf.h"
@@ -69,7 +70,7 @@ bool ReadPassword(const std::string& prompt, bool confirm, std::string* password
       WipeText(again);
       if (!same) {
         WipeText(*password);
-        PrintLine(stderr, kPasswordMismatchText);
+        PrintLine(stderr, ProgramText(IDS_PASSWORD_MISMATCH));
         return false;
       }
     }
@@ -78,7 +79,7 @@ bool ReadPassword(const std::string& prompt, bool confirm, std::string* password
     return false;
   }
   if (password->empty()) {
-    PrintLine(stderr, kEmptyPasswordText);
+    PrintLine(stderr, ProgramText(IDS_ENTER_PASSWORD));
     return false;
   }
   return true;
@@ -298,7 +299,7 @@ int ChangePassword(const Options& options, const std::u16string& path)
   const StatusCode closed = ImgClose(handle, 0);
   if (!IsFailure(status)) status = closed;
   if (IsFailure(status)) return Fail(Activity::kChangePassword, status, options.image);
-  PrintLine(stdout, kPasswordChangedText);
+  PrintLine(stdout, ProgramText(IDS_PASSWORD_CHANGED));
   return kExitSuccess;
 }
 
@@ -327,8 +328,10 @@ int Clear(const Options& options, const std::u16string& path)
   StatusCode status = ImgGetProperties(handle, &properties);
   if (!IsFailure(status) && !options.yes) {
     std::string question = "Every byte of data in " + options.image + " will be lost.\n";
-    if ((properties.flags & kImageFixed) != 0 && properties.capacity >= 0x10000000)
-      question += std::string(kClearLongText) + "\n";
+    if ((properties.flags & kImageFixed) != 0 && properties.capacity >= 0x10000000) {
+      const std::string longTime = ProgramText(IDS_CLEAR_TAKES_LONG);
+      question += longTime.substr(0, longTime.find('\n')) + "\n";
+    }
     if (!AskYes(question + "Clear it? [y/N] ")) {
       ImgClose(handle, 0);
       PrintLine(stderr, "Nothing was changed.");
@@ -349,7 +352,7 @@ int Clear(const Options& options, const std::u16string& path)
               "Clearing was cancelled: the virtual disk image is corrupted now. You will "
               "need to create new virtual disk image with the same file name.");
   if (IsFailure(status)) return Fail(Activity::kClear, status, options.image);
-  PrintLine(stdout, kClearedText);
+  PrintLine(stdout, ProgramText(IDS_IMAGE_CLEARED));
   return kExitSuccess;
 }
 

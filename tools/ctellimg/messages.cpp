@@ -2,6 +2,10 @@
 
 #include <cstdio>
 
+#include "res/resource.h"
+#include "res/texts.h"
+#include "system/utf.h"
+
 namespace {
 
 std::string Hex(StatusCode status)
@@ -30,68 +34,53 @@ std::string Fill(const std::string& format, const std::string& image, StatusCode
   return text;
 }
 
-// How an open of the image failed, in the program's words; empty when it has no own text.
-const char* OpenText(StatusCode status)
+// The string id of the program's own text for a failed open; 0 when it has none.
+unsigned OpenText(StatusCode status)
 {
   switch (status) {
-    case kSysAccessDenied: return "Cannot open %s.\nAccess denied.";
+    case kSysAccessDenied: return IDS_OPEN_ACCESS_DENIED;
     case kImgInvalidPassword:
-    case kImgWrongPassword:
-      return "Cannot open %s.\nPassword is wrong or the virtual disk image file is not valid or "
-             "is corrupted.";
-    case kImgVolumeMissing: return "Cannot open %s.\nVirtual disk image volume file is missing.";
-    default: return "";
+    case kImgWrongPassword: return IDS_OPEN_WRONG_PASSWORD;
+    case kImgVolumeMissing: return IDS_OPEN_VOLUME_MISSING;
+    default: return 0;
   }
 }
 
-const char* CreateText(StatusCode status)
+unsigned CreateText(StatusCode status)
 {
   switch (status) {
-    case kSysAccessDenied: return "Cannot create %s. Access denied.";
-    case kSysWriteFault:
-      return "Cannot write data to %s.\nPlease check that there target drive is not write "
-             "protected and has enough free space.";
-    case kSysDiskFull: return "Cannot create %s.\nTarget drive does not have enough free space.";
-    case kSysCannotCreate:
-      return "Cannot create %s.\nPlease check that you have necessary privileges to create a file "
-             "in the target directory.";
-    default: return "";
+    case kSysAccessDenied: return IDS_CREATE_ACCESS_DENIED;
+    case kSysWriteFault: return IDS_CREATE_WRITE_FAULT;
+    case kSysDiskFull: return IDS_CREATE_DISK_FULL;
+    case kSysCannotCreate: return IDS_CREATE_NO_PRIVILEGE;
+    default: return 0;
   }
 }
 
-constexpr char kGeneralText[] =
-    "Operation failed.\nError code: %X\n\nPlease contact technical support if the problem "
-    "persists.";
+// The program's own text when it has one, else the fallback, filled in.
+std::string Message(unsigned own, unsigned fallback, const std::string& image, StatusCode status)
+{
+  return Fill(ProgramText(own != 0 ? own : fallback), image, status);
+}
 
 }  // namespace
+
+std::string ProgramText(unsigned id)
+{
+  return Utf16ToUtf8(LoadText(id).c_str());
+}
 
 std::string FailureMessage(Activity activity, StatusCode status, const std::string& image)
 {
   switch (activity) {
-    case Activity::kCreate: {
+    case Activity::kCreate:
       if (status == kImgCancelled) return std::string();
-      const std::string own = CreateText(status);
-      return Fill(own.empty() ? kGeneralText : own, image, status);
-    }
-    case Activity::kChangePassword: {
-      const std::string own = OpenText(status);
-      return Fill(own.empty() ? "Cannot change password for %s.\nError code: %X\n\nPlease contact "
-                                "technical support if the problem persists."
-                              : own,
-                  image, status);
-    }
-    case Activity::kClear: {
-      const std::string own = OpenText(status);
-      return Fill(own.empty() ? "Clearing of image failed.\nError code: %X\n\nPlease contact "
-                                "technical support if the problem persists."
-                              : own,
-                  image, status);
-    }
+      return Message(CreateText(status), IDS_OPERATION_FAILED, image, status);
+    case Activity::kChangePassword:
+      return Message(OpenText(status), IDS_CANNOT_CHANGE_PASSWORD, image, status);
+    case Activity::kClear: return Message(OpenText(status), IDS_CLEAR_FAILED, image, status);
     case Activity::kOpen:
-    default: {
-      const std::string own = OpenText(status);
-      return Fill(own.empty() ? kGeneralText : own, image, status);
-    }
+    default: return Message(OpenText(status), IDS_OPERATION_FAILED, image, status);
   }
 }
 

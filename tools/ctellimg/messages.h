@@ -1,5 +1,6 @@
-// The image tool's failure texts: the program's own wording for each status code, so that
-// a user reads the same message in a script's log as in a message box.
+// The image tool's failure texts: the program's own wording for each status code, taken
+// from its string table, so that a user reads the same message in a script's log as in a
+// message box.
 #pragma once
 
 #include <string>
@@ -17,14 +18,10 @@ std::string FailureMessage(Activity activity, StatusCode status, const std::stri
 // The message followed by a line "Error code: %X" unless it already holds the code.
 std::string FailureReport(Activity activity, StatusCode status, const std::string& image);
 
-// Texts of the program's dialogs that the tool shows as they are.
-inline constexpr char kEmptyPasswordText[] = "Please enter the password.";
-inline constexpr char kPasswordMismatchText[] = "Passwords mismatch! Please re-type your password.";
-inline constexpr char kPasswordChangedText[] =
-    "Virtual disk image password has been successfuly changed.";
-inline constexpr char kClearedText[] = "Virtual disk image has been cleared.";
-inline constexpr char kClearLongText[] =
-    "Clearing virtual disk image may take long time to complete.";
+// A text of the program's string table (an id of res/resource.h), in UTF-8.
+std::string ProgramText(unsigned id);
+
+// The encryption page's warning, a dialog text rather than a string-table entry.
 inline constexpr char kShortKeyText[] =
     "Selected key length is too small. It is not recommended to store sensitive information to "
     "this virtual disk image.";
