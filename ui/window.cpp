@@ -14,6 +14,33 @@ constexpr wchar_t kObjectProperty[] = L"Cryptelle.Ui.Object";
 // attaches it, before WM_NCCREATE if a message comes earlier.
 thread_local CCustomWindow* creatingWindow = nullptr;
 
+// The classes registered so far, each with the procedure that does its default processing.
+struct ClassRegistry {
+  std::mutex mutex;
+  std::map<std::wstring, WNDPROC> defaultProcs;
+};
+
+ClassRegistry& Registry()
+{
+  static ClassRegistry registry;
+  return registry;
+}
+
+// The default processing of a window of ours that has no object (any more).
+LRESULT Unattached(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
+  wchar_t name[256] = {};
+  GetClassNameW(window, name, 256);
+  WNDPROC defaultProc = DefWindowProcW;
+  {
+    ClassRegistry& registry = Registry();
+    const std::lock_guard lock(registry.mutex);
+    const auto found = registry.defaultProcs.find(name);
+    if (found != registry.defaultProcs.end()) defaultProc = found->second;
+  }
+  return CallWindowProcW(defaultProc, window, message, wParam, lParam);
+}
+
 }  // namespace
 
 HINSTANCE ResourceModule()
@@ -102,11 +129,10 @@ CCustomWindow::ClassSpec CCustomWindow::WindowClass() const
 
 WNDPROC CCustomWindow::RegisterClassOnce(const ClassSpec& spec)
 {
-  static std::mutex mutex;
-  static std::map<std::wstring, WNDPROC> registered;
-  const std::lock_guard lock(mutex);
-  const auto found = registered.find(spec.name);
-  if (found != registered.end()) return found->second;
+  ClassRegistry& registry = Registry();
+  const std::lock_guard lock(registry.mutex);
+  const auto found = registry.defaultProcs.find(spec.name);
+  if (found != registry.defaultProcs.end()) return found->second;
 
   WNDCLASSEXW windowClass{};
   windowClass.cbSize = sizeof windowClass;
@@ -124,7 +150,7 @@ WNDPROC CCustomWindow::RegisterClassOnce(const ClassSpec& spec)
   windowClass.hInstance = ResourceModule();
   windowClass.lpszClassName = spec.name;
   if (RegisterClassExW(&windowClass) == 0) return nullptr;
-  registered.emplace(spec.name, defaultProc);
+  registry.defaultProcs.emplace(spec.name, defaultProc);
   return defaultProc;
 }
 
@@ -160,7 +186,7 @@ LRESULT CALLBACK CCustomWindow::WindowProc(HWND window, UINT message, WPARAM wPa
   auto* self = static_cast<CCustomWindow*>(FromHandle(window));
   if (self == nullptr) {
     self = std::exchange(creatingWindow, nullptr);
-    if (self == nullptr) return DefWindowProcW(window, message, wParam, lParam);
+    if (self == nullptr) return Unattached(window, message, wParam, lParam);
     self->hwnd_ = window;
     self->AttachTo(window);
   }

@@ -137,4 +137,18 @@ TEST_F(WindowTest, SuperclassedListViewCreatesItselfAndKeepsItsBehaviour)
   EXPECT_EQ(ListCellText(handle, 0, 0), L"E:");
 }
 
+TEST_F(WindowTest, ObjectDestroyedFirstTakesItsWindowAlong)
+{
+  CRecordingWindow parent;
+  parent.Create(nullptr, RECT{0, 0, 400, 300}, L"parent", WS_OVERLAPPEDWINDOW);
+  HWND handle = nullptr;
+  {
+    CRecordingList list;
+    handle = list.Create(parent.Handle(), RECT{0, 0, 380, 280}, L"", WS_CHILD | LVS_REPORT);
+    ASSERT_TRUE(IsWindow(handle));
+  }
+  EXPECT_FALSE(IsWindow(handle));
+  EXPECT_EQ(GetWindow(parent.Handle(), GW_CHILD), nullptr);
+}
+
 }  // namespace
