@@ -43,10 +43,12 @@ class CUniqueHandle {
   Type handle_ = Traits::Empty();
 };
 
-struct KernelHandleTraits {
-  using Type = HANDLE;
+// Handles whose empty value is null, freed by one call.
+template <typename Handle, auto FreeFunction>
+struct NullHandleTraits {
+  using Type = Handle;
   static Type Empty() { return nullptr; }
-  static void Free(Type handle) { CloseHandle(handle); }
+  static void Free(Type handle) { FreeFunction(handle); }
 };
 
 // File handles use INVALID_HANDLE_VALUE, not null, as their empty value.
@@ -56,55 +58,18 @@ struct FileHandleTraits {
   static void Free(Type handle) { CloseHandle(handle); }
 };
 
-template <typename Object>
-struct GdiObjectTraits {
-  using Type = Object;
-  static Type Empty() { return nullptr; }
-  static void Free(Type object) { DeleteObject(object); }
-};
-
-struct MemoryDcTraits {
-  using Type = HDC;
-  static Type Empty() { return nullptr; }
-  static void Free(Type dc) { DeleteDC(dc); }
-};
-
-struct IconTraits {
-  using Type = HICON;
-  static Type Empty() { return nullptr; }
-  static void Free(Type icon) { DestroyIcon(icon); }
-};
-
-struct MenuTraits {
-  using Type = HMENU;
-  static Type Empty() { return nullptr; }
-  static void Free(Type menu) { DestroyMenu(menu); }
-};
-
-struct HookTraits {
-  using Type = HHOOK;
-  static Type Empty() { return nullptr; }
-  static void Free(Type hook) { UnhookWindowsHookEx(hook); }
-};
-
-struct WindowTraits {
-  using Type = HWND;
-  static Type Empty() { return nullptr; }
-  static void Free(Type window) { DestroyWindow(window); }
-};
-
-using CKernelHandle = CUniqueHandle<KernelHandleTraits>;
+using CKernelHandle = CUniqueHandle<NullHandleTraits<HANDLE, &CloseHandle>>;
 using CFileHandle = CUniqueHandle<FileHandleTraits>;
-using CBitmap = CUniqueHandle<GdiObjectTraits<HBITMAP>>;
-using CFont = CUniqueHandle<GdiObjectTraits<HFONT>>;
-using CBrush = CUniqueHandle<GdiObjectTraits<HBRUSH>>;
-using CPen = CUniqueHandle<GdiObjectTraits<HPEN>>;
-using CMemoryDc = CUniqueHandle<MemoryDcTraits>;
-using CIcon = CUniqueHandle<IconTraits>;
-using CMenu = CUniqueHandle<MenuTraits>;
-using CHook = CUniqueHandle<HookTraits>;
+using CBitmap = CUniqueHandle<NullHandleTraits<HBITMAP, &DeleteObject>>;
+using CFont = CUniqueHandle<NullHandleTraits<HFONT, &DeleteObject>>;
+using CBrush = CUniqueHandle<NullHandleTraits<HBRUSH, &DeleteObject>>;
+using CPen = CUniqueHandle<NullHandleTraits<HPEN, &DeleteObject>>;
+using CMemoryDc = CUniqueHandle<NullHandleTraits<HDC, &DeleteDC>>;
+using CIcon = CUniqueHandle<NullHandleTraits<HICON, &DestroyIcon>>;
+using CMenu = CUniqueHandle<NullHandleTraits<HMENU, &DestroyMenu>>;
+using CHook = CUniqueHandle<NullHandleTraits<HHOOK, &UnhookWindowsHookEx>>;
 // A window destroyed with its owner object (for windows no object of ours wraps).
-using COwnedWindow = CUniqueHandle<WindowTraits>;
+using COwnedWindow = CUniqueHandle<NullHandleTraits<HWND, &DestroyWindow>>;
 
 // A device context of a window, released to that window at the end: the client area's
 // (GetDC) or the whole window's, frame included (GetWindowDC).

@@ -1,12 +1,15 @@
 #include "ui/property_sheet.h"
 
+#include <cwchar>
 #include <utility>
 
+#include "ui/handles.h"
 #include "ui/strings.h"
 
 namespace {
 
-// The sheet whose PropertySheetW call is running on this thread; its callback attaches it.
+// The sheet whose PropertySheetW call is running on this thread and that is not attached
+// yet. The first dialog window created on the thread during that call is the sheet.
 thread_local CPropertySheet* creatingSheet = nullptr;
 
 constexpr UINT_PTR kSheetSubclassId = 1;
@@ -146,7 +149,10 @@ INT_PTR CPropertySheet::Run(HWND owner, DWORD extraFlags)
   header.hwndParent = owner;
   header.nPages = static_cast<UINT>(descriptions_.size());
   header.ppsp = descriptions_.data();
+  // The sheet is attached as it is created (a CBT hook sees it before its first message),
+  // so that its handlers see its whole life, its first layout included.
   CPropertySheet* const outer = std::exchange(creatingSheet, this);
+  const CHook hook(SetWindowsHookExW(WH_CBT, CreationHook, nullptr, GetCurrentThreadId()));
   const INT_PTR result = PropertySheetW(&header);
   creatingSheet = outer;
   return result;
@@ -204,14 +210,25 @@ LRESULT CPropertySheet::DefaultProcessing(UINT message, WPARAM wParam, LPARAM lP
   return DefSubclassProc(hwnd_, message, wParam, lParam);
 }
 
+LRESULT CALLBACK CPropertySheet::CreationHook(int code, WPARAM wParam, LPARAM lParam)
+{
+  const auto window = reinterpret_cast<HWND>(wParam);
+  wchar_t className[16] = {};
+  if (code == HCBT_CREATEWND && creatingSheet != nullptr && GetClassNameW(window, className, 16) &&
+      wcscmp(className, L"#32770") == 0) {
+    CPropertySheet* const self = std::exchange(creatingSheet, nullptr);
+    self->hwnd_ = window;
+    self->AttachTo(window);
+    SetWindowSubclass(window, SubclassProc, kSheetSubclassId, reinterpret_cast<DWORD_PTR>(self));
+  }
+  return CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
 int CALLBACK CPropertySheet::SheetCallback(HWND window, UINT message, LPARAM)
 {
-  if (message != PSCB_INITIALIZED || creatingSheet == nullptr) return 0;
-  CPropertySheet* const self = std::exchange(creatingSheet, nullptr);
-  self->hwnd_ = window;
-  self->AttachTo(window);
-  SetWindowSubclass(window, SubclassProc, kSheetSubclassId, reinterpret_cast<DWORD_PTR>(self));
-  self->OnInitialized();
+  if (message != PSCB_INITIALIZED) return 0;
+  auto* const self = static_cast<CPropertySheet*>(FromHandle(window));
+  if (self != nullptr) self->OnInitialized();
   return 0;
 }
 

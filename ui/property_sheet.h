@@ -95,11 +95,13 @@ class CPropertySheet : public CWindow, public CMessageHandler, public CMessageFi
   bool PreTranslateMessage(MSG& message) override;
 
  protected:
-  // The sheet window exists and is attached; its pages are not created yet.
+  // The sheet window has been initialised (PSCB_INITIALIZED); its pages are not created
+  // yet. Its messages reach HandleMessage from its creation on.
   virtual void OnInitialized() {}
   LRESULT DefaultProcessing(UINT message, WPARAM wParam, LPARAM lParam);
 
  private:
+  static LRESULT CALLBACK CreationHook(int code, WPARAM wParam, LPARAM lParam);
   static int CALLBACK SheetCallback(HWND window, UINT message, LPARAM lParam);
   static LRESULT CALLBACK SubclassProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
                                        UINT_PTR id, DWORD_PTR self);

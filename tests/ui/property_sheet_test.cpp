@@ -199,4 +199,46 @@ TEST_F(PropertySheetTest, StartPageAndHelpReachTheActivePage)
   EXPECT_FALSE(Logged("active 210"));
 }
 
+// A sheet that answers a registered message itself, as the wizard answers the Wizard97
+// font messages, and counts its size messages.
+class CAnsweringSheet : public CPropertySheet {
+ public:
+  CAnsweringSheet() : CPropertySheet(IDS_SHEET, PSH_NOAPPLYNOW) {}
+  const UINT question = RegisterWindowMessageW(L"Cryptelle.Test.SheetQuestion");
+  int initialized = 0;
+  int sizes = 0;
+  int finals = 0;
+
+ protected:
+  void OnInitialized() override { ++initialized; }
+  bool HandleMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) override
+  {
+    if (message == WM_SIZE) ++sizes;
+    if (message == question) {
+      result = 0x8CBAF11E;
+      return true;
+    }
+    return CPropertySheet::HandleMessage(message, wParam, lParam, result);
+  }
+  void OnFinalMessage() override { ++finals; }
+};
+
+TEST_F(PropertySheetTest, SheetWindowMessagesReachTheSheetObject)
+{
+  CAnsweringSheet sheet;
+  AddPages(sheet);
+  const INT_PTR result = RunModal([&] { return sheet.DoModal(nullptr); },
+                                  [&](HWND window) {
+                                    EXPECT_EQ(CMessageHandler::FromHandle(window), &sheet);
+                                    EXPECT_EQ(SendMessageW(window, sheet.question, 0, 0),
+                                              static_cast<LRESULT>(0x8CBAF11E));
+                                    SendMessageW(window, WM_CLOSE, 0, 0);
+                                  });
+  EXPECT_EQ(result, 0);
+  EXPECT_EQ(sheet.initialized, 1);
+  EXPECT_GE(sheet.sizes, 1);  // the first layout, where the wizard centres itself
+  EXPECT_EQ(sheet.finals, 1);
+  EXPECT_EQ(sheet.Handle(), nullptr);
+}
+
 }  // namespace

@@ -114,8 +114,8 @@ CUnexpectedBoxBackstop::~CUnexpectedBoxBackstop()
 
 LRESULT CALLBACK CUnexpectedBoxBackstop::HookProc(int code, WPARAM wParam, LPARAM lParam)
 {
-  // A property sheet is activated before the framework attaches it, so the verdict waits
-  // for the box's own message loop to run (a timer; the box dispatches it).
+  // The verdict waits until the box's own message loop runs (a timer, which the box
+  // dispatches), so that a window activated while still being set up is judged complete.
   const auto window = reinterpret_cast<HWND>(wParam);
   if (code == HCBT_ACTIVATE && currentBackstop != nullptr && ClassName(window) == L"#32770" &&
       CMessageHandler::FromHandle(window) == nullptr) {
