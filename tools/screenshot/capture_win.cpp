@@ -1,0 +1,59 @@
+#include "tools/screenshot/capture.h"
+
+#include <cstdio>
+
+#include "ui/handles.h"
+
+bool CaptureWindow(HWND window, RgbImage& image)
+{
+  RECT rect{};
+  if (!IsWindow(window) || !GetWindowRect(window, &rect)) return false;
+  const LONG width = rect.right - rect.left;
+  const LONG height = rect.bottom - rect.top;
+  if (width <= 0 || height <= 0) return false;
+
+  // PrintWindow leaves child controls out; repainting everything and copying from the
+  // window's DC gets them.
+  RedrawWindow(window, nullptr, nullptr,
+               RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW | RDW_ALLCHILDREN | RDW_FRAME);
+  const CWindowDc source(window, CWindowDc::Area::kWholeWindow);
+  const CMemoryDc target(CreateCompatibleDC(source.Get()));
+  BITMAPINFO info{};
+  info.bmiHeader.biSize = sizeof info.bmiHeader;
+  info.bmiHeader.biWidth = width;
+  info.bmiHeader.biHeight = -height;  // rows from top to bottom
+  info.bmiHeader.biPlanes = 1;
+  info.bmiHeader.biBitCount = 32;
+  info.bmiHeader.biCompression = BI_RGB;
+  void* bits = nullptr;
+  const CBitmap bitmap(CreateDIBSection(target.Get(), &info, DIB_RGB_COLORS, &bits, nullptr, 0));
+  if (!target || !bitmap || bits == nullptr) return false;
+  {
+    const CSelectObject selected(target.Get(), bitmap.Get());
+    if (!BitBlt(target.Get(), 0, 0, width, height, source.Get(), 0, 0, SRCCOPY)) return false;
+    GdiFlush();
+  }
+  image.width = static_cast<uint32_t>(width);
+  image.height = static_cast<uint32_t>(height);
+  const size_t count = image.width * static_cast<size_t>(image.height);
+  image.pixels.resize(count * 3);
+  const auto* bgrx = static_cast<const uint8_t*>(bits);
+  for (size_t pixel = 0; pixel < count; ++pixel) {
+    image.pixels[pixel * 3] = bgrx[pixel * 4 + 2];
+    image.pixels[pixel * 3 + 1] = bgrx[pixel * 4 + 1];
+    image.pixels[pixel * 3 + 2] = bgrx[pixel * 4];
+  }
+  return true;
+}
+
+bool WriteWindowPng(HWND window, const wchar_t* path)
+{
+  RgbImage image;
+  if (!CaptureWindow(window, image)) return false;
+  const std::vector<uint8_t> png = EncodePng(image);
+  if (png.empty()) return false;
+  FILE* file = _wfopen(path, L"wb");
+  if (file == nullptr) return false;
+  const bool written = fwrite(png.data(), 1, png.size(), file) == png.size();
+  return fclose(file) == 0 && written;
+}
