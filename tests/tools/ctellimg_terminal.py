@@ -24,10 +24,12 @@ command = sys.argv[2:]
 failures = []
 
 
-def check(condition, what):
+def check(condition, what, session=None):
     print(("ok   " if condition else "FAIL ") + what)
     if not condition:
         failures.append(what)
+        if session is not None:
+            print("     the terminal showed: %r" % session.output[-400:])
 
 
 class Session:
@@ -124,12 +126,12 @@ check(not os.path.exists(other), "and leaves no file")
 session = Session("passwd", image)
 session.read_until("Password:")
 session.type(password + "\r")
-check(session.read_until("New password:"), "passwd asks for the new password")
+check(session.read_until("New password:"), "passwd asks for the new password", session)
 session.type("New-Secret-8\r")
 session.read_until("Confirm password:")
 session.type("New-Secret-8\r")
 status = session.finish()
-check(status == 0, "passwd ends with 0 (was %r)" % status)
+check(status == 0, "passwd ends with 0 (was %r)" % status, session)
 check(piped("New-Secret-8\n", "show", image) == 0, "the new password opens the image")
 
 # Ctrl+C while a large fixed image is being made: cancelled, nothing left behind. (Small

@@ -38,6 +38,12 @@ void OnInterrupt(int)
 }
 #endif
 
+void ShowPrompt(const std::string& prompt)
+{
+  std::fputs(prompt.c_str(), stderr);
+  std::fflush(stderr);
+}
+
 }  // namespace
 
 bool StdinIsTerminal()
@@ -74,8 +80,8 @@ bool ReadInputLine(std::string* line)
 
 bool ReadHiddenLine(const std::string& prompt, std::string* line)
 {
-  std::fputs(prompt.c_str(), stderr);
-  std::fflush(stderr);
+  // Echo goes off before the prompt shows, so nothing typed after the prompt is shown or,
+  // on POSIX, discarded by the switch.
   line->clear();
 #ifdef _WIN32
   // The console hands over UTF-16 text, whatever its code page.
@@ -83,6 +89,7 @@ bool ReadHiddenLine(const std::string& prompt, std::string* line)
   DWORD mode = 0;
   GetConsoleMode(input, &mode);
   SetConsoleMode(input, (mode | ENABLE_LINE_INPUT) & ~static_cast<DWORD>(ENABLE_ECHO_INPUT));
+  ShowPrompt(prompt);
   std::u16string text;
   bool ended = false;
   bool any = false;
@@ -114,6 +121,7 @@ bool ReadHiddenLine(const std::string& prompt, std::string* line)
     quiet.c_lflag |= ECHONL;
     tcsetattr(STDIN_FILENO, TCSAFLUSH, &quiet);
   }
+  ShowPrompt(prompt);
   const bool any = ReadInputLine(line);
   if (terminal) tcsetattr(STDIN_FILENO, TCSANOW, &saved);
   return any;
