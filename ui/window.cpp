@@ -122,23 +122,23 @@ bool CMessageHandler::OnTimer(UINT_PTR)
   return false;
 }
 
-CCustomWindow::ClassSpec CCustomWindow::WindowClass() const
+CCustomWindow::ClassDescription CCustomWindow::WindowClass() const
 {
   return {L"Cryptelle.Window", nullptr};
 }
 
-WNDPROC CCustomWindow::RegisterClassOnce(const ClassSpec& spec)
+WNDPROC CCustomWindow::RegisterClassOnce(const ClassDescription& description)
 {
   ClassRegistry& registry = Registry();
   const std::lock_guard lock(registry.mutex);
-  const auto found = registry.defaultProcs.find(spec.name);
+  const auto found = registry.defaultProcs.find(description.name);
   if (found != registry.defaultProcs.end()) return found->second;
 
   WNDCLASSEXW windowClass{};
   windowClass.cbSize = sizeof windowClass;
   WNDPROC defaultProc = DefWindowProcW;
-  if (spec.base != nullptr) {
-    if (!GetClassInfoExW(nullptr, spec.base, &windowClass)) return nullptr;
+  if (description.base != nullptr) {
+    if (!GetClassInfoExW(nullptr, description.base, &windowClass)) return nullptr;
     defaultProc = windowClass.lpfnWndProc;
     windowClass.style &= ~static_cast<UINT>(CS_GLOBALCLASS);
   } else {
@@ -148,23 +148,23 @@ WNDPROC CCustomWindow::RegisterClassOnce(const ClassSpec& spec)
   }
   windowClass.lpfnWndProc = WindowProc;
   windowClass.hInstance = ResourceModule();
-  windowClass.lpszClassName = spec.name;
+  windowClass.lpszClassName = description.name;
   if (RegisterClassExW(&windowClass) == 0) return nullptr;
-  registry.defaultProcs.emplace(spec.name, defaultProc);
+  registry.defaultProcs.emplace(description.name, defaultProc);
   return defaultProc;
 }
 
 HWND CCustomWindow::Create(HWND parent, const RECT& rect, const wchar_t* title, DWORD style,
                            DWORD exStyle, HMENU menuOrId)
 {
-  const ClassSpec spec = WindowClass();
-  const WNDPROC defaultProc = RegisterClassOnce(spec);
+  const ClassDescription description = WindowClass();
+  const WNDPROC defaultProc = RegisterClassOnce(description);
   if (defaultProc == nullptr) return nullptr;
   defaultProc_ = defaultProc;
   creatingWindow = this;
-  const HWND window =
-      CreateWindowExW(exStyle, spec.name, title, style, rect.left, rect.top, rect.right - rect.left,
-                      rect.bottom - rect.top, parent, menuOrId, ResourceModule(), nullptr);
+  const HWND window = CreateWindowExW(exStyle, description.name, title, style, rect.left, rect.top,
+                                      rect.right - rect.left, rect.bottom - rect.top, parent,
+                                      menuOrId, ResourceModule(), nullptr);
   creatingWindow = nullptr;
   return window;
 }

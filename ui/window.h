@@ -107,11 +107,11 @@ class CCustomWindow : public CWindow, public CMessageHandler {
   // The window class to create. The default is the plain class of the program's windows;
   // screens that extend a system control return a class name of their own together with the
   // control's class as `base`.
-  struct ClassSpec {
+  struct ClassDescription {
     const wchar_t* name;
     const wchar_t* base;  // null: a class of our own
   };
-  virtual ClassSpec WindowClass() const;
+  virtual ClassDescription WindowClass() const;
 
   // The processing a message gets when no handler took it (the base class's procedure
   // for a superclass, DefWindowProc otherwise).
@@ -119,7 +119,7 @@ class CCustomWindow : public CWindow, public CMessageHandler {
 
  private:
   static LRESULT CALLBACK WindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
-  static WNDPROC RegisterClassOnce(const ClassSpec& spec);
+  static WNDPROC RegisterClassOnce(const ClassDescription& description);
 
   WNDPROC defaultProc_ = DefWindowProcW;
 };

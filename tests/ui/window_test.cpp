@@ -53,7 +53,7 @@ class CRecordingList : public CCustomWindow {
   int inserts = 0;
 
  protected:
-  ClassSpec WindowClass() const override { return {L"Cryptelle.Test.List", WC_LISTVIEWW}; }
+  ClassDescription WindowClass() const override { return {L"Cryptelle.Test.List", WC_LISTVIEWW}; }
   bool HandleMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) override
   {
     if (message == WM_CREATE) {
