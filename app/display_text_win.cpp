@@ -7,6 +7,7 @@
 
 #include "app/display_text.h"
 #include "system/clock.h"
+#include "system/wide_text_win.h"
 
 namespace {
 
@@ -58,6 +59,6 @@ std::u16string SetupProcessLocale()
       LocaleItem(LOCALE_SENGLANGUAGE).value_or(u""), LocaleItem(LOCALE_SENGCOUNTRY).value_or(u""),
       LocaleItem(LOCALE_IDEFAULTANSICODEPAGE), LocaleItem(LOCALE_IDEFAULTCODEPAGE));
   SetThreadLocale(LOCALE_USER_DEFAULT);
-  const wchar_t* set = _wsetlocale(LC_ALL, reinterpret_cast<const wchar_t*>(name.c_str()));
-  return set ? std::u16string(reinterpret_cast<const char16_t*>(set)) : u"";
+  const wchar_t* set = _wsetlocale(LC_ALL, Wide(name));
+  return set ? std::u16string(Utf16(set)) : u"";
 }

@@ -8,7 +8,7 @@
 
 #include <cstdint>
 
-#include "crypto/status.h"
+#include "system/status.h"
 
 using CipherAlgorithm = uint32_t;
 inline constexpr CipherAlgorithm kCipherAes = 0;

@@ -8,7 +8,7 @@
 
 #include <cstdint>
 
-#include "crypto/status.h"
+#include "system/status.h"
 
 inline constexpr int kKeyDerivationIterations = 2048;
 

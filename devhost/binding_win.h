@@ -5,7 +5,7 @@
 
 #include <type_traits>
 
-#include "crypto/status.h"
+#include "system/status.h"
 
 using DeviceHostProcedure = long (*)(RPC_BINDING_HANDLE binding, void* context);
 

@@ -8,13 +8,9 @@
 #include "devhost_rpc.h"
 #include "image/image.h"
 #include "system/memory.h"
+#include "system/wide_text_win.h"
 
 namespace {
-
-const wchar_t* Wide(const char16_t* text)
-{
-  return reinterpret_cast<const wchar_t*>(text);
-}
 
 }  // namespace
 
@@ -94,8 +90,7 @@ StatusCode DevEnumerateDisks(MountedDiskCallback callback, void* context)
     // The device host always sends at least the 72 bytes read here.
     MountedDiskInfo info;
     if (record.Info != nullptr) std::memcpy(&info, record.Info, sizeof info);
-    status = callback(reinterpret_cast<const char16_t*>(record.ImagePath),
-                      reinterpret_cast<const char16_t*>(record.MountPoint),
+    status = callback(Utf16(record.ImagePath), Utf16(record.MountPoint),
                       static_cast<uint32_t>(record.MountFlags), &info, context);
   }
   // What the runtime unmarshalled goes back through the allocator pair: the strings and

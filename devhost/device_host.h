@@ -8,8 +8,8 @@
 
 #include <cstdint>
 
-#include "crypto/status.h"
 #include "devhost/mounted_disk.h"
+#include "system/status.h"
 #include "system/uuid.h"
 
 // Derives the header key of the image at `imagePath` from `password` (zero-terminated)

@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "crypto/status.h"
+#include "system/status.h"
 #include "system/uuid.h"
 
 // Mount flags.

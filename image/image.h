@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-#include "crypto/status.h"
+#include "system/status.h"
 #include "system/uuid.h"
 
 // Reports creation and clearing progress: position of range, the caller's context, and

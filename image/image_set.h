@@ -6,9 +6,9 @@
 #include <vector>
 
 #include "crypto/cipher.h"
-#include "crypto/status.h"
 #include "image/layout.h"
 #include "system/file.h"
+#include "system/status.h"
 #include "system/uuid.h"
 
 // Set flags.

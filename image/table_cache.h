@@ -4,8 +4,8 @@
 
 #include <cstdint>
 
-#include "crypto/status.h"
 #include "image/image_set.h"
+#include "system/status.h"
 
 class TableCache {
  public:

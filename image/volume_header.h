@@ -3,8 +3,8 @@
 
 #include <cstdint>
 
-#include "crypto/status.h"
 #include "image/image_set.h"
+#include "system/status.h"
 
 // The plain fields of a header with their masks undone.
 struct PlainHeaderFields {

@@ -6,7 +6,7 @@
 
 #include <string>
 
-#include "crypto/status.h"
+#include "system/status.h"
 
 inline constexpr char16_t kRunKeyPath[] = u"Software\\Microsoft\\Windows\\CurrentVersion\\Run";
 inline constexpr char16_t kAutostartValueName[] = u"PellmoraCryptelleMonitor";

@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-#include "crypto/status.h"
+#include "system/status.h"
 
 inline constexpr uint32_t kListColumnCount = 7;
 

@@ -12,7 +12,7 @@
 
 #include <cstdint>
 
-#include "crypto/status.h"
+#include "system/status.h"
 
 // The defaults the mount dialog starts from. Each field is left at the caller's value when
 // its value is absent; the initial values are the program's defaults.

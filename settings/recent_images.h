@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-#include "crypto/status.h"
+#include "system/status.h"
 
 inline constexpr char16_t kRecentListKeyPath[] = u"Software\\Pellmora\\Cryptelle\\1.0\\MRU";
 

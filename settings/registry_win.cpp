@@ -6,17 +6,11 @@
 
 #include "settings/settings_backend.h"
 #include "system/error_map.h"
-
-static_assert(sizeof(wchar_t) == sizeof(char16_t));
+#include "system/wide_text_win.h"
 
 namespace {
 
 constexpr REGSAM kAccess = KEY_READ | KEY_WRITE;
-
-const wchar_t* Wide(const char16_t* text)
-{
-  return reinterpret_cast<const wchar_t*>(text);
-}
 
 StatusCode Mapped(LSTATUS result)
 {

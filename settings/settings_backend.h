@@ -11,7 +11,7 @@
 #include <cstdint>
 #include <memory>
 
-#include "crypto/status.h"
+#include "system/status.h"
 
 // Value types, with the registry's numbers.
 inline constexpr uint32_t kValueNone = 0;          // REG_NONE

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "crypto/status.h"
+#include "system/status.h"
 
 struct SettingsValue {
   std::u16string name;

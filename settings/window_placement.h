@@ -5,7 +5,7 @@
 
 #include <cstdint>
 
-#include "crypto/status.h"
+#include "system/status.h"
 
 struct PlacementPoint {
   int32_t x;

@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "crypto/status.h"
+#include "system/status.h"
 
 // Maps a Windows system error number (ERROR_FILE_NOT_FOUND = 2 and so on). 0 maps to
 // success; every number without an entry maps to kSysGeneralFailure, never to 0.

@@ -7,7 +7,7 @@
 
 #include <cstdint>
 
-#include "crypto/status.h"
+#include "system/status.h"
 
 struct SysFile;
 

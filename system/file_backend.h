@@ -6,7 +6,7 @@
 
 #include <cstdint>
 
-#include "crypto/status.h"
+#include "system/status.h"
 
 // The system's own handle of an open file.
 #ifdef _WIN32

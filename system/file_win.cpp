@@ -3,16 +3,9 @@
 #include "system/error_map.h"
 #include "system/file.h"
 #include "system/file_backend.h"
-
-// UTF-16 text is the system's own: paths go to the wide calls as they are.
-static_assert(sizeof(wchar_t) == sizeof(char16_t));
+#include "system/wide_text_win.h"
 
 namespace {
-
-const wchar_t* Wide(const char16_t* text)
-{
-  return reinterpret_cast<const wchar_t*>(text);
-}
 
 StatusCode LastError()
 {

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "crypto/status.h"
+#include "system/status.h"
 
 // The character that separates the directories of a path on this system.
 #ifdef _WIN32

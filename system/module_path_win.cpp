@@ -2,6 +2,7 @@
 
 #include "system/error_map.h"
 #include "system/module_path.h"
+#include "system/wide_text_win.h"
 
 static_assert(sizeof(wchar_t) == sizeof(char16_t));
 
@@ -13,6 +14,6 @@ StatusCode SysGetModulePath(std::u16string* path)
   if (length == 0) return MapSystemError(GetLastError());
   // A path that fills the buffer was cut off.
   if (length >= MAX_PATH) return kSysBufferTooSmall;
-  path->assign(reinterpret_cast<const char16_t*>(buffer), length);
+  path->assign(Utf16(buffer), length);
   return kStatusSuccess;
 }

@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "crypto/status.h"
+#include "system/status.h"
 
 struct Guid {
   uint32_t data1;

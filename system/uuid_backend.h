@@ -2,7 +2,7 @@
 // applies the test seam.
 #pragma once
 
-#include "crypto/status.h"
+#include "system/status.h"
 #include "system/uuid.h"
 
 // A new identifier from the system; kSysUuidFailed if the system cannot make one.

@@ -1,9 +1,10 @@
 #include "ui/strings.h"
 
 #include "res/texts.h"
+#include "system/wide_text_win.h"
 
 std::wstring LoadResourceString(UINT id)
 {
   const std::u16string text = LoadText(id);
-  return std::wstring(reinterpret_cast<const wchar_t*>(text.data()), text.size());
+  return std::wstring(Wide(text.data()), text.size());
 }

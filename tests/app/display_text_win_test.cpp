@@ -8,13 +8,14 @@
 #include <string>
 
 #include "app/display_text.h"
+#include "system/wide_text_win.h"
 
 namespace {
 
 std::u16string CurrentRuntimeLocale()
 {
   const wchar_t* name = _wsetlocale(LC_ALL, nullptr);
-  return name ? std::u16string(reinterpret_cast<const char16_t*>(name)) : u"";
+  return name ? std::u16string(Utf16(name)) : u"";
 }
 
 // The user's default date and time pictures applied to fields, as the display text

@@ -5,6 +5,7 @@
 #include "devhost_rpc.h"
 #include "host_fixture.h"
 #include "image/image_set.h"
+#include "system/wide_text_win.h"
 
 namespace {
 
@@ -76,8 +77,7 @@ TEST_F(DeviceHostTest, PlainImageIsNotAValidImage)
   // Asked directly, the host itself refuses the plain image with the container's code.
   uint8_t key[32] = {};
   const StatusCode hostAnswer = CallDeviceHost([&](RPC_BINDING_HANDLE binding) {
-    return MountImage(binding, reinterpret_cast<const wchar_t*>(image.c_str()), L"P:", 0, key,
-                      sizeof key);
+    return MountImage(binding, Wide(image), L"P:", 0, key, sizeof key);
   });
   EXPECT_EQ(hostAnswer, 0x40050017u);
 }

@@ -13,6 +13,7 @@
 
 #include "res/resource.h"
 #include "res/texts.h"
+#include "system/wide_text_win.h"
 
 namespace {
 
@@ -27,7 +28,7 @@ std::u16string RawString(unsigned id)
   const wchar_t* text = nullptr;
   const int length = LoadStringW(Self(), id, reinterpret_cast<LPWSTR>(&text), 0);
   if (length <= 0 || text == nullptr) return u"";
-  return std::u16string(reinterpret_cast<const char16_t*>(text), static_cast<size_t>(length));
+  return std::u16string(Utf16(text), static_cast<size_t>(length));
 }
 
 BOOL CALLBACK CollectBlock(HMODULE, LPCWSTR, LPWSTR name, LONG_PTR blocks)

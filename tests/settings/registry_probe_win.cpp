@@ -7,14 +7,10 @@
 
 #include <string>
 
+#include "system/wide_text_win.h"
 #include "tree_probe.h"
 
 namespace {
-
-const wchar_t* Wide(const std::u16string& text)
-{
-  return reinterpret_cast<const wchar_t*>(text.c_str());
-}
 
 class RegistryProbe : public StoreProbe {
  public:
@@ -92,7 +88,7 @@ class RegistryProbe : public StoreProbe {
       DWORD length = 16384;
       if (RegEnumValueW(key, index, name, &length, nullptr, nullptr, nullptr, nullptr) ==
           ERROR_SUCCESS) {
-        names.emplace_back(reinterpret_cast<const char16_t*>(name), length);
+        names.emplace_back(Utf16(name), length);
       }
     }
     RegCloseKey(key);

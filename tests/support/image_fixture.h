@@ -11,6 +11,9 @@
 #include "image/image_set.h"
 #include "image/layout.h"
 #include "support/temp_dir.h"
+#ifdef _WIN32
+#include "system/wide_text_win.h"
+#endif
 
 struct ImageKeys {
   uint32_t algorithm = kCipherAes;
@@ -64,7 +67,7 @@ inline std::vector<uint8_t> ReadBytes(const std::u16string& path)
   std::vector<uint8_t> bytes(FileSize(path));
   FILE* file = nullptr;
 #ifdef _WIN32
-  file = _wfopen(reinterpret_cast<const wchar_t*>(path.c_str()), L"rb");
+  file = _wfopen(Wide(path), L"rb");
 #else
   file = std::fopen(std::filesystem::path(path).string().c_str(), "rb");
 #endif
@@ -79,7 +82,7 @@ inline void WriteBytes(const std::u16string& path, const std::vector<uint8_t>& b
 {
   FILE* file = nullptr;
 #ifdef _WIN32
-  file = _wfopen(reinterpret_cast<const wchar_t*>(path.c_str()), L"wb");
+  file = _wfopen(Wide(path), L"wb");
 #else
   file = std::fopen(std::filesystem::path(path).string().c_str(), "wb");
 #endif

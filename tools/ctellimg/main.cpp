@@ -11,6 +11,7 @@
 #include <shellapi.h>
 
 #include "system/utf.h"
+#include "system/wide_text_win.h"
 #endif
 
 int main(int argc, char** argv)
@@ -23,7 +24,7 @@ int main(int argc, char** argv)
   int count = 0;
   wchar_t** wide = CommandLineToArgvW(GetCommandLineW(), &count);
   for (int i = 1; wide != nullptr && i < count; ++i)
-    arguments.push_back(Utf16ToUtf8(reinterpret_cast<const char16_t*>(wide[i])));
+    arguments.push_back(Utf16ToUtf8(Utf16(wide[i])));
   LocalFree(wide);
 #else
   for (int i = 1; i < argc; ++i) arguments.emplace_back(argv[i]);

@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "crypto/status.h"
+#include "system/status.h"
 
 // What the tool was doing when the status came back; it picks the fallback text.
 enum class Activity { kOpen, kCreate, kChangePassword, kClear };

@@ -9,9 +9,9 @@
 #include <string>
 #include <vector>
 
-#include "crypto/status.h"
 #include "devhost/mounted_disk.h"
 #include "image/image.h"
+#include "system/status.h"
 #include "system/uuid.h"
 
 // The drives through which mounted disks appear to applications.

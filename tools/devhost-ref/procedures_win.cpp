@@ -6,6 +6,7 @@
 #include <string>
 
 #include "devhost_rpc.h"
+#include "system/wide_text_win.h"
 #include "tools/devhost-ref/drives_win.h"
 #include "tools/devhost-ref/host_control_win.h"
 #include "tools/devhost-ref/mount_table.h"
@@ -16,11 +17,6 @@ namespace {
 std::mutex tableMutex;
 WindowsDrives drives;
 MountTable table(drives);
-
-const char16_t* Text(const wchar_t* text)
-{
-  return reinterpret_cast<const char16_t*>(text);
-}
 
 // Records the call, answers a scripted "driver not started", else runs `answer` with the
 // table to itself.
@@ -92,7 +88,7 @@ LONG __cdecl s_MountImage(handle_t, const wchar_t* imagePath, const wchar_t* mou
                           LONG mountFlags, const byte* key, ULONG keyLength)
 {
   return Answer(L"MountImage", [&] {
-    return table.Mount(Text(imagePath), Text(mountPoint), static_cast<uint32_t>(mountFlags), key,
+    return table.Mount(Utf16(imagePath), Utf16(mountPoint), static_cast<uint32_t>(mountFlags), key,
                        keyLength);
   });
 }
@@ -111,7 +107,7 @@ LONG __cdecl s_DismountAll(handle_t, boolean forced)
 LONG __cdecl s_DismountByMountPoint(handle_t, const wchar_t* mountPoint, boolean forced)
 {
   return Answer(L"DismountByMountPoint",
-                [&] { return table.DismountByMountPoint(Text(mountPoint), forced != 0); });
+                [&] { return table.DismountByMountPoint(Utf16(mountPoint), forced != 0); });
 }
 
 LONG __cdecl s_DismountById(handle_t, const GUID* diskId, boolean forced)
@@ -147,7 +143,7 @@ LONG __cdecl s_FormatVolume(handle_t, const wchar_t* mountPoint, FileSystemSelec
 {
   return Answer(L"FormatVolume", [&] {
     const auto number = static_cast<uint32_t>(selector);
-    const StatusCode status = table.Format(Text(mountPoint), number);
+    const StatusCode status = table.Format(Utf16(mountPoint), number);
     if (!IsFailure(status)) {
       WriteControlText(kControlLastFormat,
                        std::wstring(mountPoint) + L" " + std::to_wstring(number));

@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "crypto/status.h"
 #include "support/test_resources.h"
+#include "system/status.h"
 #include "ui/dialog.h"
 #include "ui/property_sheet.h"
 

@@ -1,4 +1,4 @@
-#include "crypto/status.h"
+#include "system/status.h"
 
 #include <gtest/gtest.h>
 
