@@ -79,6 +79,8 @@ TEST_F(WindowTest, ObjectIsAttachedFromTheFirstMessage)
   EXPECT_EQ(window.handleAtCreate, handle);
   EXPECT_EQ(CMessageHandler::FromHandle(handle), &window);
   EXPECT_EQ(window.Text(), L"recording");
+  EXPECT_TRUE(window.SetText(L"renamed"));
+  EXPECT_EQ(window.Text(), L"renamed");
 }
 
 TEST_F(WindowTest, HandledMessageGivesItsResultAndTimersArrive)
