@@ -205,6 +205,7 @@ class CAnsweringSheet : public CPropertySheet {
  public:
   CAnsweringSheet() : CPropertySheet(IDS_SHEET, PSH_NOAPPLYNOW) {}
   const UINT question = RegisterWindowMessageW(L"Cryptelle.Test.SheetQuestion");
+  const UINT currentPage = RegisterWindowMessageW(L"Cryptelle.Test.SheetCurrentPage");
   int initialized = 0;
   int sizes = 0;
   int finals = 0;
@@ -216,6 +217,10 @@ class CAnsweringSheet : public CPropertySheet {
     if (message == WM_SIZE) ++sizes;
     if (message == question) {
       result = 0x8CBAF11E;
+      return true;
+    }
+    if (message == currentPage) {  // answered by the sheet's own processing
+      result = DefaultProcessing(PSM_GETCURRENTPAGEHWND, 0, 0);
       return true;
     }
     return CPropertySheet::HandleMessage(message, wParam, lParam, result);
@@ -232,6 +237,8 @@ TEST_F(PropertySheetTest, SheetWindowMessagesReachTheSheetObject)
                                     EXPECT_EQ(CMessageHandler::FromHandle(window), &sheet);
                                     EXPECT_EQ(SendMessageW(window, sheet.question, 0, 0),
                                               static_cast<LRESULT>(0x8CBAF11E));
+                                    EXPECT_EQ(SendMessageW(window, sheet.currentPage, 0, 0),
+                                              reinterpret_cast<LRESULT>(first_.Handle()));
                                     SendMessageW(window, WM_CLOSE, 0, 0);
                                   });
   EXPECT_EQ(result, 0);
