@@ -265,7 +265,7 @@ TEST_F(MessageLoopTest, DialogObjectDestroyedFirstLeavesTheLoop)
   EXPECT_EQ(probe.probes, 1);
 }
 
-TEST_F(MessageLoopTest, DialogCreatedInANestedLoopLeavesItWhenDestroyed)
+TEST_F(MessageLoopTest, DialogOutlivingTheLoopItJoinedIsNoFilterOfTheOuterLoop)
 {
   CProbeWindow probe;
   const HWND handle = MakeProbe(probe);
