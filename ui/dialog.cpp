@@ -1,7 +1,5 @@
 #include "ui/dialog.h"
 
-#include <utility>
-
 namespace {
 
 // Messages whose answer a dialog procedure returns itself instead of through DWLP_MSGRESULT.
@@ -19,29 +17,31 @@ bool CDialogBase::OnInitDialog(HWND)
   return true;
 }
 
-INT_PTR CDialogBase::Dispatch(UINT message, WPARAM wParam, LPARAM lParam)
+bool CDialogBase::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result)
 {
-  const HWND window = hwnd_;
-  if (message == WM_INITDIALOG) return OnInitDialog(reinterpret_cast<HWND>(wParam)) ? TRUE : FALSE;
-  if (message == WM_NCDESTROY) {
-    DetachFrom(window);
-    hwnd_ = nullptr;
-    OnFinalMessage();
-    return FALSE;
+  if (message == WM_INITDIALOG) {
+    result = OnInitDialog(reinterpret_cast<HWND>(wParam)) ? TRUE : FALSE;
+    return true;
+  }
+  return CMessageHandler::HandleMessage(message, wParam, lParam, result);
+}
+
+INT_PTR CDialogBase::Route(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
+                           CDialogBase* starting)
+{
+  auto* self = static_cast<CDialogBase*>(FromHandle(window));
+  if (self == nullptr) {
+    // Messages before WM_INITDIALOG (the font, non-client creation) get the default answer.
+    if (starting == nullptr) return FALSE;
+    self = starting;
+    self->Attach(window);
   }
   // A handler may destroy the dialog (and the object with it): only `window` is used after.
   LRESULT result = 0;
-  if (!HandleMessage(message, wParam, lParam, result)) return FALSE;
+  if (!self->Deliver(message, wParam, lParam, result)) return FALSE;
   if (AnswersDirectly(message)) return static_cast<INT_PTR>(result);
   SetWindowLongPtrW(window, DWLP_MSGRESULT, result);
   return TRUE;
-}
-
-CDialog::~CDialog()
-{
-  if (hwnd_ == nullptr) return;
-  DetachFrom(hwnd_);
-  DestroyWindow(std::exchange(hwnd_, nullptr));
 }
 
 INT_PTR CDialog::DoModal(HWND owner)
@@ -54,8 +54,10 @@ INT_PTR CDialog::DoModal(HWND owner)
 HWND CDialog::Create(HWND owner)
 {
   modal_ = false;
-  return CreateDialogParamW(ResourceModule(), MAKEINTRESOURCEW(TemplateId()), owner, DialogProc,
-                            reinterpret_cast<LPARAM>(this));
+  const HWND window = CreateDialogParamW(ResourceModule(), MAKEINTRESOURCEW(TemplateId()), owner,
+                                         DialogProc, reinterpret_cast<LPARAM>(this));
+  if (window != nullptr && FromHandle(window) == this) JoinMessageLoop(*this);
+  return window;
 }
 
 void CDialog::EndDialog(INT_PTR result)
@@ -87,13 +89,6 @@ bool CDialog::OnCommand(UINT id, UINT, HWND)
 
 INT_PTR CALLBACK CDialog::DialogProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 {
-  auto* self = static_cast<CDialog*>(FromHandle(window));
-  if (self == nullptr) {
-    // Messages before WM_INITDIALOG (the font, non-client creation) get the default answer.
-    if (message != WM_INITDIALOG) return FALSE;
-    self = reinterpret_cast<CDialog*>(lParam);
-    self->hwnd_ = window;
-    self->AttachTo(window);
-  }
-  return self->Dispatch(message, wParam, lParam);
+  CDialog* const starting = message == WM_INITDIALOG ? reinterpret_cast<CDialog*>(lParam) : nullptr;
+  return Route(window, message, wParam, lParam, starting);
 }

@@ -1,17 +1,18 @@
 // Dialogs built from templates in the program's resources.
 //
-// CDialogBase delivers a dialog's messages to its object and answers the dialog manager in
-// its own terms (a handled notification's result goes through DWLP_MSGRESULT). CDialog runs
-// a template as a modal dialog or creates it modeless; property pages (ui/property_sheet.h)
-// share the base.
+// CDialogBase is the object of a dialog window: it delivers the dialog's messages
+// (ui/message_handler.h) and answers the dialog manager in its own terms (a handled
+// notification's result goes through DWLP_MSGRESULT). CDialog runs a template as a modal
+// dialog or creates it modeless; property pages (ui/property_sheet.h) share the base.
 #pragma once
 
 #include <windows.h>
 
+#include "ui/message_handler.h"
 #include "ui/message_loop.h"
 #include "ui/window.h"
 
-class CDialogBase : public CWindow, public CMessageHandler {
+class CDialogBase : public CMessageHandler {
  public:
   UINT TemplateId() const { return templateId_; }
 
@@ -21,10 +22,13 @@ class CDialogBase : public CWindow, public CMessageHandler {
   // WM_INITDIALOG, once the controls exist. Returns true to let the dialog manager give the
   // focus to the first tab stop, false when the handler has set the focus itself.
   virtual bool OnInitDialog(HWND defaultFocus);
+  // Routes WM_INITDIALOG to OnInitDialog, everything else to the base.
+  bool HandleMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) override;
 
-  // Runs the handlers for one message of the attached dialog and answers the dialog
-  // manager; after WM_NCDESTROY the object is detached and OnFinalMessage runs.
-  INT_PTR Dispatch(UINT message, WPARAM wParam, LPARAM lParam);
+  // The dialog procedure's work for one message: `starting` is the object that WM_INITDIALOG
+  // names (null for every other message); it is attached then.
+  static INT_PTR Route(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
+                       CDialogBase* starting);
 
  private:
   UINT templateId_;
@@ -33,15 +37,14 @@ class CDialogBase : public CWindow, public CMessageHandler {
 class CDialog : public CDialogBase, public CMessageFilter {
  public:
   explicit CDialog(UINT templateId) : CDialogBase(templateId) {}
-  // A modeless dialog that outlives its object is detached and destroyed.
-  ~CDialog() override;
 
   // Runs the dialog modally over `owner`; returns the value given to EndDialog, or -1 when
   // the dialog could not be created.
   INT_PTR DoModal(HWND owner);
 
-  // Creates the dialog modeless (shown when its template has WS_VISIBLE). Register it with
-  // the message loop's filters so that the keyboard navigates it.
+  // Creates the dialog modeless (shown when its template has WS_VISIBLE). It registers
+  // itself with the thread's current message loop, which navigates it by keyboard, until it
+  // is destroyed.
   HWND Create(HWND owner);
 
   // Ends the dialog: a modal one returns `result` from DoModal, a modeless one is destroyed.

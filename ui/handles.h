@@ -62,8 +62,6 @@ using CKernelHandle = CUniqueHandle<NullHandleTraits<HANDLE, &CloseHandle>>;
 using CFileHandle = CUniqueHandle<FileHandleTraits>;
 using CBitmap = CUniqueHandle<NullHandleTraits<HBITMAP, &DeleteObject>>;
 using CFont = CUniqueHandle<NullHandleTraits<HFONT, &DeleteObject>>;
-using CBrush = CUniqueHandle<NullHandleTraits<HBRUSH, &DeleteObject>>;
-using CPen = CUniqueHandle<NullHandleTraits<HPEN, &DeleteObject>>;
 using CMemoryDc = CUniqueHandle<NullHandleTraits<HDC, &DeleteDC>>;
 using CIcon = CUniqueHandle<NullHandleTraits<HICON, &DestroyIcon>>;
 using CMenu = CUniqueHandle<NullHandleTraits<HMENU, &DestroyMenu>>;
@@ -90,22 +88,6 @@ class CWindowDc {
 
  private:
   HWND window_;
-  HDC dc_;
-};
-
-// The painting context of WM_PAINT: BeginPaint at construction, EndPaint at the end.
-class CPaintDc {
- public:
-  explicit CPaintDc(HWND window) : window_(window) { dc_ = BeginPaint(window, &paint_); }
-  CPaintDc(const CPaintDc&) = delete;
-  CPaintDc& operator=(const CPaintDc&) = delete;
-  ~CPaintDc() { EndPaint(window_, &paint_); }
-  HDC Get() const { return dc_; }
-  const PAINTSTRUCT& Paint() const { return paint_; }
-
- private:
-  HWND window_;
-  PAINTSTRUCT paint_{};
   HDC dc_;
 };
 

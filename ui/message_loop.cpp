@@ -51,6 +51,13 @@ void CMessageLoop::RemoveMessageFilter(CMessageFilter* filter)
   Remove(filters_, filter);
 }
 
+void CMessageLoop::RemoveFromThreadLoops(CMessageFilter* filter)
+{
+  for (CMessageLoop* loop = currentLoop; loop != nullptr; loop = loop->previous_) {
+    loop->RemoveMessageFilter(filter);
+  }
+}
+
 void CMessageLoop::AddIdleHandler(CIdleHandler* handler)
 {
   idleHandlers_.push_back(handler);

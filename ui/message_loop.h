@@ -1,5 +1,6 @@
 // The thread's message loop, with message filters (they see each message before it is
-// translated and dispatched: accelerators, keyboard navigation of modeless dialogs) and idle
+// translated and dispatched: accelerators, keyboard navigation of modeless dialogs and
+// sheets, which register themselves with the current loop) and idle
 // handlers (run once whenever the queue runs empty after input, e.g. to update commands).
 #pragma once
 
@@ -39,6 +40,9 @@ class CMessageLoop {
   // a removed one is not called again. Filters run newest first.
   void AddMessageFilter(CMessageFilter* filter);
   void RemoveMessageFilter(CMessageFilter* filter);
+  // Removes `filter` from every loop of the calling thread (the current one and the loops
+  // it is nested in).
+  static void RemoveFromThreadLoops(CMessageFilter* filter);
   void AddIdleHandler(CIdleHandler* handler);
   void RemoveIdleHandler(CIdleHandler* handler);
 
@@ -47,14 +51,15 @@ class CMessageLoop {
 
   // One message through the filters, then translated and dispatched unless consumed.
   void ProcessMessage(MSG& message);
-  bool RunFilters(MSG& message);
-  void RunIdleHandlers();
 
   // Whether a message counts as input that should run the idle handlers afterwards: mouse
   // moves, paints and the caret's system timer do not.
   static bool IsIdleMessage(const MSG& message);
 
  private:
+  bool RunFilters(MSG& message);
+  void RunIdleHandlers();
+
   std::vector<CMessageFilter*> filters_;
   std::vector<CIdleHandler*> idleHandlers_;
   CMessageLoop* previous_;

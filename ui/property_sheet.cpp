@@ -3,6 +3,7 @@
 #include <cwchar>
 #include <utility>
 
+#include "ui/handler_failure.h"
 #include "ui/handles.h"
 #include "ui/strings.h"
 
@@ -24,11 +25,6 @@ CPropertyPage::CPropertyPage(UINT templateId) : CDialogBase(templateId)
   description_.pszTemplate = MAKEINTRESOURCEW(templateId);
   description_.pfnDlgProc = PageProc;
   description_.lParam = reinterpret_cast<LPARAM>(this);
-}
-
-CPropertyPage::~CPropertyPage()
-{
-  if (hwnd_ != nullptr) DetachFrom(hwnd_);
 }
 
 void CPropertyPage::SetTitle(UINT titleId)
@@ -94,15 +90,12 @@ bool CPropertyPage::OnNotify(NMHDR& header, LRESULT& result)
 
 INT_PTR CALLBACK CPropertyPage::PageProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 {
-  auto* self = static_cast<CPropertyPage*>(FromHandle(window));
-  if (self == nullptr) {
-    if (message != WM_INITDIALOG) return FALSE;
-    // The sheet passes its copy of the page's description; it carries the object.
-    self = reinterpret_cast<CPropertyPage*>(reinterpret_cast<PROPSHEETPAGEW*>(lParam)->lParam);
-    self->hwnd_ = window;
-    self->AttachTo(window);
-  }
-  return self->Dispatch(message, wParam, lParam);
+  // The sheet passes its copy of the page's description; it carries the object.
+  CPropertyPage* const starting =
+      message == WM_INITDIALOG
+          ? reinterpret_cast<CPropertyPage*>(reinterpret_cast<PROPSHEETPAGEW*>(lParam)->lParam)
+          : nullptr;
+  return Route(window, message, wParam, lParam, starting);
 }
 
 CPropertySheet::CPropertySheet(UINT captionId, DWORD flags)
@@ -117,10 +110,8 @@ CPropertySheet::CPropertySheet(UINT captionId, DWORD flags)
 
 CPropertySheet::~CPropertySheet()
 {
-  if (hwnd_ == nullptr) return;
-  RemoveWindowSubclass(hwnd_, SubclassProc, kSheetSubclassId);
-  DetachFrom(hwnd_);
-  DestroyWindow(std::exchange(hwnd_, nullptr));
+  // Without its subclass the window is the sheet's own; the base destroys it.
+  if (hwnd_ != nullptr) RemoveWindowSubclass(hwnd_, SubclassProc, kSheetSubclassId);
 }
 
 void CPropertySheet::AddPage(CPropertyPage& page)
@@ -166,6 +157,7 @@ INT_PTR CPropertySheet::DoModal(HWND owner)
 HWND CPropertySheet::Create(HWND owner)
 {
   Run(owner, PSH_MODELESS);
+  if (hwnd_ != nullptr) JoinMessageLoop(*this);
   return hwnd_;
 }
 
@@ -217,8 +209,7 @@ LRESULT CALLBACK CPropertySheet::CreationHook(int code, WPARAM wParam, LPARAM lP
   if (code == HCBT_CREATEWND && creatingSheet != nullptr && GetClassNameW(window, className, 16) &&
       wcscmp(className, L"#32770") == 0) {
     CPropertySheet* const self = std::exchange(creatingSheet, nullptr);
-    self->hwnd_ = window;
-    self->AttachTo(window);
+    self->Attach(window);
     SetWindowSubclass(window, SubclassProc, kSheetSubclassId, reinterpret_cast<DWORD_PTR>(self));
   }
   return CallNextHookEx(nullptr, code, wParam, lParam);
@@ -228,23 +219,22 @@ int CALLBACK CPropertySheet::SheetCallback(HWND window, UINT message, LPARAM)
 {
   if (message != PSCB_INITIALIZED) return 0;
   auto* const self = static_cast<CPropertySheet*>(FromHandle(window));
-  if (self != nullptr) self->OnInitialized();
+  if (self == nullptr) return 0;
+  // Called from the sheet's WM_INITDIALOG, behind the same barrier as its messages.
+  RunBehindBarrier(window, WM_INITDIALOG, [self] {
+    self->OnInitialized();
+    return true;
+  });
   return 0;
 }
 
 LRESULT CALLBACK CPropertySheet::SubclassProc(HWND window, UINT message, WPARAM wParam,
                                               LPARAM lParam, UINT_PTR, DWORD_PTR object)
 {
-  auto* self = reinterpret_cast<CPropertySheet*>(object);
-  if (message == WM_NCDESTROY) {
-    RemoveWindowSubclass(window, SubclassProc, kSheetSubclassId);
-    DetachFrom(window);
-    self->hwnd_ = nullptr;
-    const LRESULT result = DefSubclassProc(window, message, wParam, lParam);
-    self->OnFinalMessage();
+  if (message == WM_NCDESTROY) RemoveWindowSubclass(window, SubclassProc, kSheetSubclassId);
+  LRESULT result = 0;
+  if (reinterpret_cast<CPropertySheet*>(object)->Deliver(message, wParam, lParam, result)) {
     return result;
   }
-  LRESULT result = 0;
-  if (self->HandleMessage(message, wParam, lParam, result)) return result;
   return DefSubclassProc(window, message, wParam, lParam);
 }

@@ -17,8 +17,8 @@
 class CPropertyPage : public CDialogBase {
  public:
   explicit CPropertyPage(UINT templateId);
-  // A page window that outlives its object is detached (its sheet destroys it).
-  ~CPropertyPage() override;
+  // A page window that outlives its object is only detached: its sheet destroys it.
+  ~CPropertyPage() override { Detach(); }
 
   // The page's description, completed before the sheet runs. Texts are string ids.
   void SetTitle(UINT titleId);                    // the tab's text
@@ -64,7 +64,7 @@ class CPropertyPage : public CDialogBase {
   std::wstring headerSubtitle_;
 };
 
-class CPropertySheet : public CWindow, public CMessageHandler, public CMessageFilter {
+class CPropertySheet : public CMessageHandler, public CMessageFilter {
  public:
   // `captionId`: the string id of the sheet's caption; `flags`: PSH_ style flags (for a
   // wizard PSH_WIZARD97 and the like; the class adds what it needs itself).
@@ -80,8 +80,9 @@ class CPropertySheet : public CWindow, public CMessageHandler, public CMessageFi
 
   // Runs the sheet modally; returns PropertySheetW's result (-1 on failure).
   INT_PTR DoModal(HWND owner);
-  // Creates the sheet modeless. Register it with the message loop's filters: they navigate
-  // it by keyboard and destroy it once OK, Cancel or Finish has ended it.
+  // Creates the sheet modeless. It registers itself with the thread's current message loop,
+  // whose filters navigate it by keyboard and destroy it once OK, Cancel or Finish has ended
+  // it.
   HWND Create(HWND owner);
 
   bool SetActivePage(int index) const;
@@ -95,8 +96,9 @@ class CPropertySheet : public CWindow, public CMessageHandler, public CMessageFi
   bool PreTranslateMessage(MSG& message) override;
 
  protected:
-  // The sheet window has been initialised (PSCB_INITIALIZED); its pages are not created
-  // yet. Its messages reach HandleMessage from its creation on.
+  // The sheet window has been initialised (PSCB_INITIALIZED, during the sheet's
+  // WM_INITDIALOG); its pages are not created yet. Its messages reach HandleMessage from its
+  // creation on.
   virtual void OnInitialized() {}
   LRESULT DefaultProcessing(UINT message, WPARAM wParam, LPARAM lParam);
 

@@ -1,14 +1,11 @@
 #include "ui/window.h"
 
-#include <algorithm>
 #include <map>
 #include <mutex>
+#include <string>
 #include <utility>
 
 namespace {
-
-// The window property that holds the object of a window of ours.
-constexpr wchar_t kObjectProperty[] = L"Cryptelle.Ui.Object";
 
 // The window whose CreateWindowExW call is running on this thread: its first message
 // attaches it, before WM_NCCREATE if a message comes earlier.
@@ -46,80 +43,6 @@ LRESULT Unattached(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 HINSTANCE ResourceModule()
 {
   return GetModuleHandleW(nullptr);
-}
-
-std::wstring CWindow::WindowText(HWND window)
-{
-  const int length = GetWindowTextLengthW(window);
-  if (length <= 0) return {};
-  std::wstring text(static_cast<size_t>(length) + 1, L'\0');
-  const int copied = GetWindowTextW(window, text.data(), length + 1);
-  text.resize(static_cast<size_t>(std::max(copied, 0)));
-  return text;
-}
-
-void CWindow::CenterWindow(HWND over) const
-{
-  if (over == nullptr) over = GetWindow(hwnd_, GW_OWNER);
-  MONITORINFO monitor{};
-  monitor.cbSize = sizeof monitor;
-  GetMonitorInfoW(MonitorFromWindow(over != nullptr ? over : hwnd_, MONITOR_DEFAULTTONEAREST),
-                  &monitor);
-  const RECT work = monitor.rcWork;
-  RECT target = work;
-  if (over != nullptr && IsWindowVisible(over) && !IsIconic(over)) GetWindowRect(over, &target);
-  RECT self{};
-  GetWindowRect(hwnd_, &self);
-  const LONG width = self.right - self.left;
-  const LONG height = self.bottom - self.top;
-  LONG left = target.left + (target.right - target.left - width) / 2;
-  LONG top = target.top + (target.bottom - target.top - height) / 2;
-  left = std::max(work.left, std::min(left, work.right - width));
-  top = std::max(work.top, std::min(top, work.bottom - height));
-  SetWindowPos(hwnd_, nullptr, left, top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
-}
-
-CMessageHandler* CMessageHandler::FromHandle(HWND window)
-{
-  return static_cast<CMessageHandler*>(GetPropW(window, kObjectProperty));
-}
-
-void CMessageHandler::AttachTo(HWND window)
-{
-  SetPropW(window, kObjectProperty, this);
-}
-
-void CMessageHandler::DetachFrom(HWND window)
-{
-  RemovePropW(window, kObjectProperty);
-}
-
-bool CMessageHandler::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result)
-{
-  switch (message) {
-    case WM_COMMAND:
-      result = 0;
-      return OnCommand(LOWORD(wParam), HIWORD(wParam), reinterpret_cast<HWND>(lParam));
-    case WM_NOTIFY: return OnNotify(*reinterpret_cast<NMHDR*>(lParam), result);
-    case WM_TIMER: result = 0; return OnTimer(wParam);
-    case WM_DESTROY: OnDestroy(); return false;
-    default: return false;
-  }
-}
-
-bool CMessageHandler::OnCommand(UINT, UINT, HWND)
-{
-  return false;
-}
-
-bool CMessageHandler::OnNotify(NMHDR&, LRESULT&)
-{
-  return false;
-}
-
-bool CMessageHandler::OnTimer(UINT_PTR)
-{
-  return false;
 }
 
 CCustomWindow::ClassDescription CCustomWindow::WindowClass() const
@@ -169,13 +92,6 @@ HWND CCustomWindow::Create(HWND parent, const RECT& rect, const wchar_t* title, 
   return window;
 }
 
-CCustomWindow::~CCustomWindow()
-{
-  if (hwnd_ == nullptr) return;
-  DetachFrom(hwnd_);
-  ::DestroyWindow(std::exchange(hwnd_, nullptr));
-}
-
 LRESULT CCustomWindow::DefaultProcessing(UINT message, WPARAM wParam, LPARAM lParam)
 {
   return CallWindowProcW(defaultProc_, hwnd_, message, wParam, lParam);
@@ -187,17 +103,11 @@ LRESULT CALLBACK CCustomWindow::WindowProc(HWND window, UINT message, WPARAM wPa
   if (self == nullptr) {
     self = std::exchange(creatingWindow, nullptr);
     if (self == nullptr) return Unattached(window, message, wParam, lParam);
-    self->hwnd_ = window;
-    self->AttachTo(window);
+    self->Attach(window);
   }
-  if (message == WM_NCDESTROY) {
-    const LRESULT result = self->DefaultProcessing(message, wParam, lParam);
-    DetachFrom(window);
-    self->hwnd_ = nullptr;
-    self->OnFinalMessage();
-    return result;
-  }
+  // Taken first: a handler may delete the object.
+  const WNDPROC defaultProc = self->defaultProc_;
   LRESULT result = 0;
-  if (self->HandleMessage(message, wParam, lParam, result)) return result;
-  return self->DefaultProcessing(message, wParam, lParam);
+  if (self->Deliver(message, wParam, lParam, result)) return result;
+  return CallWindowProcW(defaultProc, window, message, wParam, lParam);
 }

@@ -191,22 +191,97 @@ TEST_F(MessageLoopTest, AcceleratorFilterTurnsKeysIntoCommands)
   EXPECT_EQ(window.commands, std::vector<UINT>{ID_CMD_REFRESH});
 }
 
-TEST_F(MessageLoopTest, ModelessDialogFilterHandlesEnterAndEscape)
+TEST_F(MessageLoopTest, ModelessDialogJoinsTheLoopForEnterAndTab)
 {
+  CMessageLoop loop;
   CHarnessTestDlg dialog;
   dialog.name = L"kept";
-  const HWND window = dialog.Create(nullptr);
+  const HWND window = dialog.Create(nullptr);  // no registration by hand
   ShowWindow(window, SW_SHOW);
-  CMessageLoop loop;
-  loop.AddMessageFilter(&dialog);
   SetFocus(GetDlgItem(window, IDC_NAME));
-  // Enter in the edit field presses the default button (OK) through IsDialogMessage.
+  // Tab in the edit field moves the focus to the next tab stop through IsDialogMessage.
+  PostMessageW(GetDlgItem(window, IDC_NAME), WM_KEYDOWN, VK_TAB, 0x000F0001);
+  PostQuitMessage(0);
+  loop.Run();
+  EXPECT_EQ(GetFocus(), GetDlgItem(window, IDC_ASK));
+  // Enter presses the default button (OK), which ends the dialog.
+  SetFocus(GetDlgItem(window, IDC_NAME));
   PostMessageW(GetDlgItem(window, IDC_NAME), WM_KEYDOWN, VK_RETURN, 0x001C0001);
   PostQuitMessage(0);
   loop.Run();
-  loop.RemoveMessageFilter(&dialog);
   EXPECT_FALSE(IsWindow(window));
   EXPECT_EQ(dialog.name, L"kept");
+}
+
+// The test dialog that counts the messages its keyboard filter sees, in a counter that
+// outlives it.
+class CCountingFilterDlg : public CHarnessTestDlg {
+ public:
+  explicit CCountingFilterDlg(int& filtered) : filtered_(filtered) {}
+  bool PreTranslateMessage(MSG& message) override
+  {
+    if (message.message == kProbe) ++filtered_;
+    return CHarnessTestDlg::PreTranslateMessage(message);
+  }
+
+ private:
+  int& filtered_;
+};
+
+TEST_F(MessageLoopTest, DestroyedModelessDialogIsNoLongerAFilter)
+{
+  CProbeWindow probe;
+  const HWND handle = MakeProbe(probe);
+  CMessageLoop loop;
+  int filtered = 0;
+  CCountingFilterDlg dialog(filtered);
+  const HWND window = dialog.Create(nullptr);
+  ASSERT_NE(window, nullptr);
+  PostMessageW(handle, kProbe, 0, 0);
+  PumpMessages();
+  EXPECT_EQ(filtered, 1);
+
+  Click(window, IDCANCEL);  // ends the modeless dialog: destroyed
+  ASSERT_FALSE(IsWindow(window));
+  PostMessageW(handle, kProbe, 0, 0);
+  PumpMessages();
+  EXPECT_EQ(filtered, 1);
+  EXPECT_EQ(probe.probes, 2);
+}
+
+TEST_F(MessageLoopTest, DialogObjectDestroyedFirstLeavesTheLoop)
+{
+  CProbeWindow probe;
+  const HWND handle = MakeProbe(probe);
+  CMessageLoop loop;
+  int filtered = 0;
+  {
+    CCountingFilterDlg dialog(filtered);
+    ASSERT_NE(dialog.Create(nullptr), nullptr);
+  }
+  PostMessageW(handle, kProbe, 0, 0);
+  PumpMessages();
+  EXPECT_EQ(filtered, 0);
+  EXPECT_EQ(probe.probes, 1);
+}
+
+TEST_F(MessageLoopTest, DialogOutlivingTheLoopItJoinedIsNoFilterOfTheOuterLoop)
+{
+  CProbeWindow probe;
+  const HWND handle = MakeProbe(probe);
+  CMessageLoop outer;
+  int filtered = 0;
+  CCountingFilterDlg dialog(filtered);
+  {
+    CMessageLoop inner;
+    dialog.Create(nullptr);
+  }
+  // The inner loop is gone; the dialog was never a filter of the outer one.
+  PostMessageW(handle, kProbe, 0, 0);
+  PumpMessages();
+  EXPECT_EQ(filtered, 0);
+  dialog.EndDialog(IDCANCEL);
+  EXPECT_EQ(dialog.Handle(), nullptr);
 }
 
 }  // namespace

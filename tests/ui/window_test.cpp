@@ -13,6 +13,7 @@ namespace {
 using WindowTest = UiTest;
 
 constexpr UINT kQuestion = WM_APP + 1;
+constexpr UINT kPosted = WM_APP + 2;
 
 class CRecordingWindow : public CCustomWindow {
  public:
@@ -21,6 +22,7 @@ class CRecordingWindow : public CCustomWindow {
   int destroys = 0;
   int finals = 0;
   int timers = 0;
+  int posted = 0;
   HWND handleAtCreate = nullptr;
 
  protected:
@@ -30,6 +32,10 @@ class CRecordingWindow : public CCustomWindow {
     if (message == WM_CREATE) {
       ++creates;
       handleAtCreate = Handle();
+    }
+    if (message == kPosted) {
+      ++posted;
+      return true;
     }
     if (message == kQuestion) {
       result = static_cast<LRESULT>(wParam + static_cast<WPARAM>(lParam));
@@ -79,14 +85,19 @@ TEST_F(WindowTest, ObjectIsAttachedFromTheFirstMessage)
   EXPECT_EQ(window.handleAtCreate, handle);
   EXPECT_EQ(CMessageHandler::FromHandle(handle), &window);
   EXPECT_EQ(window.Text(), L"recording");
+  EXPECT_TRUE(window.SetText(L"renamed"));
+  EXPECT_EQ(window.Text(), L"renamed");
 }
 
-TEST_F(WindowTest, HandledMessageGivesItsResultAndTimersArrive)
+TEST_F(WindowTest, HandledMessageGivesItsResultAndPostedMessagesAndTimersArrive)
 {
   CRecordingWindow window;
   window.Create(nullptr, RECT{0, 0, 100, 100}, L"", WS_OVERLAPPEDWINDOW);
   EXPECT_EQ(window.Send(kQuestion, 40, 2), 42);
   EXPECT_EQ(window.Send(WM_GETTEXTLENGTH), 0);  // unhandled: DefWindowProc answered
+  ASSERT_TRUE(window.Post(kPosted));
+  EXPECT_EQ(window.posted, 0);  // queued, not yet dispatched
+  EXPECT_TRUE(PumpUntil([&] { return window.posted == 1; }));
   ASSERT_TRUE(window.SetTimer(7, 10));
   EXPECT_TRUE(PumpUntil([&] { return window.timers >= 2; }));
   window.KillTimer(7);

@@ -8,6 +8,8 @@
 #define IDD_PAGE_THIRD 212
 #define IDM_TEST 220
 #define IDA_TEST 230
+#define IDB_WATERMARK 240
+#define IDB_HEADER 241
 
 #define IDC_NAME 1001
 #define IDC_ASK 1002

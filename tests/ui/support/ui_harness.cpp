@@ -100,6 +100,25 @@ int CScriptedMessageBoxes::Show(HWND owner, const std::wstring& text, const std:
   return answer;
 }
 
+CRecordedHandlerFailures::CRecordedHandlerFailures()
+    : previous_(ReplaceHandlerFailureReporter(this))
+{
+}
+
+CRecordedHandlerFailures::~CRecordedHandlerFailures()
+{
+  ReplaceHandlerFailureReporter(previous_);
+  for (const Failure& failure : failures_) {
+    ADD_FAILURE() << "a handler of message 0x" << std::hex << failure.message
+                  << " threw: " << failure.what;
+  }
+}
+
+void CRecordedHandlerFailures::Report(HWND window, UINT message, const std::string& what)
+{
+  failures_.push_back({window, message, what});
+}
+
 CUnexpectedBoxBackstop::CUnexpectedBoxBackstop()
     : hook_(SetWindowsHookExW(WH_CBT, HookProc, nullptr, GetCurrentThreadId())),
       previous_(std::exchange(currentBackstop, this))

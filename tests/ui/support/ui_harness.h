@@ -18,8 +18,10 @@
 #include <deque>
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "ui/handler_failure.h"
 #include "ui/handles.h"
 #include "ui/message_box.h"
 
@@ -50,6 +52,32 @@ class CScriptedMessageBoxes final : public CMessageBoxService {
   CMessageBoxService* previous_;
   std::deque<int> answers_;
   std::vector<Prompt> prompts_;
+};
+
+// Replaces the handler-failure reporter for its lifetime and records every report (an
+// exception a handler threw and the barrier caught). Reports that the test does not take
+// fail it at the end.
+class CRecordedHandlerFailures final : public CHandlerFailureReporter {
+ public:
+  struct Failure {
+    HWND window;
+    UINT message;
+    std::string what;
+  };
+
+  CRecordedHandlerFailures();
+  ~CRecordedHandlerFailures();
+  CRecordedHandlerFailures(const CRecordedHandlerFailures&) = delete;
+  CRecordedHandlerFailures& operator=(const CRecordedHandlerFailures&) = delete;
+
+  // The reports so far, which the test has now seen.
+  std::vector<Failure> Take() { return std::exchange(failures_, {}); }
+
+  void Report(HWND window, UINT message, const std::string& what) override;
+
+ private:
+  CHandlerFailureReporter* previous_;
+  std::vector<Failure> failures_;
 };
 
 // The CBT-hook backstop of the calling thread (see above). Reports name the box's caption
@@ -92,13 +120,15 @@ class CModalWatchdog {
 };
 
 // The fixture of every user-interface test: common controls initialised, scripted message
-// boxes and both backstops. (Window objects destroy the windows they outlive.)
+// boxes, recorded handler failures and both backstops. (Window objects destroy the windows they
+// outlive.)
 class UiTest : public ::testing::Test {
  protected:
   UiTest();
   ~UiTest() override;
 
   CScriptedMessageBoxes prompts_;
+  CRecordedHandlerFailures handlerFailures_;
   CUnexpectedBoxBackstop backstop_;
   CModalWatchdog watchdog_{std::chrono::seconds(20)};
 };
