@@ -3,7 +3,9 @@
 // own text buffer.
 #include <windows.h>
 
+#include <cstring>
 #include <string>
+#include <vector>
 
 #include "support/control_host.h"
 #include "support/ui_harness.h"
@@ -32,6 +34,47 @@ class EditTest : public UiTest {
     std::wstring copy(text, count);
     LocalUnlock(memory);
     return copy;
+  }
+
+  // Whether every byte of the block is committed, readable memory.
+  static bool IsCommitted(const void* start, size_t size)
+  {
+    const auto* at = static_cast<const char*>(start);
+    const char* const end = at + size;
+    while (at < end) {
+      MEMORY_BASIC_INFORMATION region{};
+      if (VirtualQuery(at, &region, sizeof region) == 0 || region.State != MEM_COMMIT ||
+          (region.Protect & (PAGE_READWRITE | PAGE_READONLY)) == 0) {
+        return false;
+      }
+      at = static_cast<const char*>(region.BaseAddress) + region.RegionSize;
+    }
+    return true;
+  }
+
+  // How many times `needle` occurs in the process's heaps, in used and free blocks alike.
+  static int HeapOccurrences(const std::wstring& needle)
+  {
+    std::vector<HANDLE> heaps(GetProcessHeaps(0, nullptr) + 16);
+    heaps.resize(GetProcessHeaps(static_cast<DWORD>(heaps.size()), heaps.data()));
+    const size_t bytes = needle.size() * sizeof(wchar_t);
+    int found = 0;
+    for (const HANDLE heap : heaps) {
+      if (!HeapLock(heap)) continue;
+      PROCESS_HEAP_ENTRY entry{};
+      while (HeapWalk(heap, &entry)) {
+        if ((entry.wFlags & (PROCESS_HEAP_REGION | PROCESS_HEAP_UNCOMMITTED_RANGE)) != 0 ||
+            entry.cbData < bytes || !IsCommitted(entry.lpData, entry.cbData)) {
+          continue;
+        }
+        const auto* data = static_cast<const char*>(entry.lpData);
+        for (size_t at = 0; at + bytes <= entry.cbData; at += sizeof(wchar_t)) {
+          if (std::memcmp(data + at, needle.data(), bytes) == 0) ++found;
+        }
+      }
+      HeapUnlock(heap);
+    }
+    return found;
   }
 
   CControlHost host_;
@@ -101,6 +144,23 @@ TEST_F(EditTest, WipeTextOverwritesTheSecretInTheControlsBuffer)
   const std::wstring left = Buffer(wiped, secret.size());
   EXPECT_EQ(left[0], L'\0');
   EXPECT_EQ(left.substr(1), std::wstring(secret.size() - 1, CEditCtrl::kWipeFiller));
+}
+
+TEST_F(EditTest, WipeTextLeavesNoCopyOfAPasswordInTheHeap)
+{
+  // Short texts, so that the strings of this test stay on the stack: the control's buffer
+  // is then the only place in the heap that holds the typed password. Emptying keeps all
+  // but its first character there, so the search looks for that tail.
+  const std::wstring secret = L"Qz7!kW";
+  const std::wstring tail = secret.substr(1);
+  ASSERT_EQ(HeapOccurrences(tail), 0);
+  const CEditCtrl edit = CreateEdit(ES_PASSWORD);
+  Type(edit, secret);
+  ASSERT_EQ(edit.Send(WM_GETTEXTLENGTH), 6);
+  ASSERT_GE(HeapOccurrences(tail), 1);
+  edit.WipeText();
+  EXPECT_EQ(edit.Send(WM_GETTEXTLENGTH), 0);
+  EXPECT_EQ(HeapOccurrences(tail), 0);
 }
 
 }  // namespace
