@@ -1,0 +1,145 @@
+// The frame base: the rebar, the client view and the status bar share the client area; menu
+// prompts and tool tips come from the commands' strings; the update map reaches the popups
+// when they open and the bars at idle time.
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include <string>
+
+#include "support/sample_frame.h"
+#include "support/ui_harness.h"
+#include "ui/message_loop.h"
+
+namespace {
+
+class FrameWindowTest : public UiTest {
+ protected:
+  FrameWindowTest() { EXPECT_NE(frame_.Create(), nullptr); }
+
+  // A child's rectangle in the frame's client coordinates.
+  RECT InClient(HWND child) const
+  {
+    RECT rect{};
+    GetWindowRect(child, &rect);
+    MapWindowPoints(nullptr, frame_.Handle(), reinterpret_cast<POINT*>(&rect), 2);
+    return rect;
+  }
+
+  void ExpectLayout()
+  {
+    RECT client{};
+    GetClientRect(frame_.Handle(), &client);
+    const RECT reBar = InClient(frame_.ReBar().Handle());
+    const RECT view = InClient(frame_.list);
+    const RECT status = InClient(frame_.StatusBar().Handle());
+    EXPECT_EQ(reBar.top, 0);
+    EXPECT_GT(reBar.bottom, reBar.top);
+    EXPECT_EQ(view.top, reBar.bottom);
+    EXPECT_EQ(view.bottom, status.top);
+    EXPECT_EQ(status.bottom, client.bottom);
+    EXPECT_EQ(view.left, 0);
+    EXPECT_EQ(view.right, client.right);
+    EXPECT_EQ(reBar.right - reBar.left, client.right);
+  }
+
+  std::wstring ToolTipOf(UINT command, HWND to)
+  {
+    NMTTDISPINFOW info{};
+    info.hdr.hwndFrom =
+        reinterpret_cast<HWND>(SendMessageW(frame_.toolBar.Handle(), TB_GETTOOLTIPS, 0, 0));
+    info.hdr.idFrom = command;
+    info.hdr.code = TTN_GETDISPINFOW;
+    wchar_t unchanged[] = L"unchanged";
+    info.lpszText = unchanged;
+    SendMessageW(to, WM_NOTIFY, command, reinterpret_cast<LPARAM>(&info));
+    return info.lpszText != nullptr ? info.lpszText : L"";
+  }
+
+  CMessageLoop loop_;
+  CSampleFrame frame_;
+};
+
+TEST_F(FrameWindowTest, BarsAndViewShareTheClientArea)
+{
+  ExpectLayout();
+  SetWindowPos(frame_.Handle(), nullptr, 0, 0, 700, 500, SWP_NOMOVE | SWP_NOZORDER);
+  ExpectLayout();
+  SetWindowPos(frame_.Handle(), nullptr, 0, 0, 300, 200, SWP_NOMOVE | SWP_NOZORDER);
+  ExpectLayout();
+}
+
+TEST_F(FrameWindowTest, BandsCarryTheCommandBarThenTheToolBar)
+{
+  EXPECT_EQ(GetDlgCtrlID(frame_.ReBar().Handle()), IDW_SAMPLE_REBAR);
+  EXPECT_EQ(GetDlgCtrlID(frame_.StatusBar().Handle()), IDW_SAMPLE_STATUS_BAR);
+  EXPECT_NE(GetWindowLongW(frame_.StatusBar().Handle(), GWL_STYLE) & SBARS_SIZEGRIP, 0);
+  ASSERT_EQ(frame_.ReBar().BandCount(), 2);
+  EXPECT_EQ(frame_.ReBar().BandId(0), static_cast<UINT>(IDW_SAMPLE_FIRST_BAND));
+  EXPECT_EQ(frame_.ReBar().BandId(1), static_cast<UINT>(IDW_SAMPLE_FIRST_BAND + 1));
+  EXPECT_EQ(frame_.ReBar().BandChild(0), frame_.commandBar.Handle());
+  EXPECT_EQ(frame_.ReBar().BandChild(1), frame_.toolBar.Handle());
+  EXPECT_EQ(frame_.StatusBar().PaneText(0), L"Ready");
+}
+
+TEST_F(FrameWindowTest, MenuPromptsShowWhileAMenuIsOpenThenTheIdleTextReturns)
+{
+  const HMENU file = GetSubMenu(frame_.commandBar.Menu(), 0);
+  SendMessageW(frame_.Handle(), WM_MENUSELECT, MAKEWPARAM(ID_SAMPLE_OPEN, MF_STRING),
+               reinterpret_cast<LPARAM>(file));
+  EXPECT_TRUE(frame_.StatusBar().IsSimple());
+  EXPECT_EQ(frame_.StatusBar().SimpleText(), L"Open a sample");
+  SendMessageW(frame_.Handle(), WM_MENUSELECT, MAKEWPARAM(ID_SAMPLE_CLOSE, MF_STRING),
+               reinterpret_cast<LPARAM>(file));
+  EXPECT_EQ(frame_.StatusBar().SimpleText(), L"Close the sample");  // no "\n" in its string
+  SendMessageW(frame_.Handle(), WM_MENUSELECT, MAKEWPARAM(2, MF_POPUP),
+               reinterpret_cast<LPARAM>(frame_.commandBar.Menu()));
+  EXPECT_EQ(frame_.StatusBar().SimpleText(), L"");
+  SendMessageW(frame_.Handle(), WM_MENUSELECT, MAKEWPARAM(0, 0xFFFF), 0);
+  EXPECT_FALSE(frame_.StatusBar().IsSimple());
+  EXPECT_EQ(frame_.StatusBar().PaneText(0), L"Ready");
+}
+
+TEST_F(FrameWindowTest, TheCommandBarsMenusShowTheirPrompts)
+{
+  std::wstring prompt;
+  frame_.onMenuIdle = [&] {
+    prompt = frame_.StatusBar().SimpleText();
+    PostMessageW(frame_.list, WM_KEYDOWN, VK_ESCAPE, 1);
+  };
+  PostMessageW(frame_.list, WM_SYSKEYDOWN, 'F', (LPARAM{1} << 29) | 1);
+  PumpUntil([&] { return !prompt.empty() && frame_.commandBar.OpenIndex() < 0; });
+  frame_.onMenuIdle = nullptr;
+  EXPECT_EQ(prompt, L"Create a new sample");  // the first item is selected
+  EXPECT_FALSE(frame_.StatusBar().IsSimple());
+  EXPECT_EQ(frame_.StatusBar().PaneText(0), L"Ready");
+}
+
+TEST_F(FrameWindowTest, ToolTipsAreTheTextAfterTheNewline)
+{
+  EXPECT_EQ(ToolTipOf(ID_SAMPLE_OPEN, frame_.Handle()), L"Open sample");
+  EXPECT_EQ(ToolTipOf(ID_SAMPLE_CLOSE, frame_.Handle()), L"unchanged");  // no "\n": no tip
+  // A toolbar in a band asks its notification window, the frame.
+  EXPECT_EQ(ToolTipOf(ID_SAMPLE_NEW, frame_.toolBar.Handle()), L"New sample");
+  EXPECT_EQ(CFrameWindow::CommandPrompt(ID_SAMPLE_NEW), L"Create a new sample");
+  EXPECT_EQ(CFrameWindow::CommandToolTip(ID_SAMPLE_CLOSE), L"");
+  EXPECT_EQ(CFrameWindow::CommandPrompt(1), L"");
+}
+
+TEST_F(FrameWindowTest, TheUpdateMapReachesPopupsAsTheyOpenAndTheBarsAtIdleTime)
+{
+  frame_.UpdateUi().SetEnabled(ID_SAMPLE_CLOSE, false);
+  frame_.UpdateUi().SetPaneText(0, L"3 disks");
+  const HMENU file = GetSubMenu(frame_.commandBar.Menu(), 0);
+  SendMessageW(frame_.Handle(), WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(file), 0);
+  EXPECT_NE(GetMenuState(file, ID_SAMPLE_CLOSE, MF_BYCOMMAND) & MF_GRAYED, 0u);
+  EXPECT_TRUE(frame_.toolBar.IsEnabled(ID_SAMPLE_CLOSE));
+  EXPECT_EQ(frame_.StatusBar().PaneText(0), L"Ready");
+
+  loop_.RunIdleHandlers();
+  EXPECT_FALSE(frame_.toolBar.IsEnabled(ID_SAMPLE_CLOSE));
+  EXPECT_TRUE(frame_.toolBar.IsEnabled(ID_SAMPLE_OPEN));
+  EXPECT_EQ(frame_.StatusBar().PaneText(0), L"3 disks");
+}
+
+}  // namespace
