@@ -1,6 +1,7 @@
 #include "ui/menu_images.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <utility>
 
 #include "ui/window.h"
@@ -28,6 +29,41 @@ ToolBarResource ReadToolBarResource(UINT id)
   const size_t count = words[3];
   if (bytes < (4 + count) * sizeof(WORD)) return {};
   return {words[1], std::vector<UINT>(words + 4, words + 4 + count)};
+}
+
+// Draws image `index` at (x, y) in grey, lighter than its own colours: the image is drawn over
+// a copy of what is behind it, and every pixel it changed becomes the grey of its brightness,
+// halfway to white. Works alike for images with an alpha channel and masked ones.
+void DrawDisabledImage(HIMAGELIST images, int index, HDC target, POINT at, SIZE size)
+{
+  BITMAPINFO info{};
+  info.bmiHeader.biSize = sizeof info.bmiHeader;
+  info.bmiHeader.biWidth = size.cx;
+  info.bmiHeader.biHeight = -size.cy;
+  info.bmiHeader.biPlanes = 1;
+  info.bmiHeader.biBitCount = 32;
+  info.bmiHeader.biCompression = BI_RGB;
+  void* bits = nullptr;
+  const CBitmap canvas(CreateDIBSection(target, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
+  const CMemoryDc dc(CreateCompatibleDC(target));
+  if (!canvas || !dc || bits == nullptr) return;
+  const CSelectObject selected(dc.Get(), canvas.Get());
+  BitBlt(dc.Get(), 0, 0, size.cx, size.cy, target, at.x, at.y, SRCCOPY);
+  GdiFlush();
+  auto* const pixels = static_cast<uint32_t*>(bits);
+  const size_t count = static_cast<size_t>(size.cx) * static_cast<size_t>(size.cy);
+  const std::vector<uint32_t> behind(pixels, pixels + count);
+  ImageList_Draw(images, index, dc.Get(), 0, 0, ILD_TRANSPARENT);
+  GdiFlush();
+  for (size_t pixel = 0; pixel < count; ++pixel) {
+    if (pixels[pixel] == behind[pixel]) continue;
+    const uint32_t colour = pixels[pixel];
+    const uint32_t brightness =
+        (((colour >> 16) & 0xFF) * 30 + ((colour >> 8) & 0xFF) * 59 + (colour & 0xFF) * 11) / 100;
+    const uint32_t grey = (brightness + 255) / 2;
+    pixels[pixel] = grey << 16 | grey << 8 | grey;
+  }
+  BitBlt(target, at.x, at.y, size.cx, size.cy, dc.Get(), 0, 0, SRCCOPY);
 }
 
 }  // namespace
@@ -95,9 +131,7 @@ bool CMenuImages::Draw(const DRAWITEMSTRUCT& item) const
   const int x = area.left + (area.right - area.left - size_.cx) / 2;
   const int y = area.top + (area.bottom - area.top - size_.cy) / 2;
   if ((item.itemState & (ODS_GRAYED | ODS_DISABLED)) != 0) {
-    const CIcon icon(ImageList_GetIcon(images_.Get(), index, ILD_NORMAL));
-    DrawStateW(item.hDC, nullptr, nullptr, reinterpret_cast<LPARAM>(icon.Get()), 0, x, y, size_.cx,
-               size_.cy, DST_ICON | DSS_DISABLED);
+    DrawDisabledImage(images_.Get(), index, item.hDC, {x, y}, size_);
   } else {
     ImageList_Draw(images_.Get(), index, item.hDC, x, y, ILD_TRANSPARENT);
   }

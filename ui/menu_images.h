@@ -1,7 +1,7 @@
 // Images beside menu items: an image list and the command each image belongs to. Items whose
 // command has an image get a bitmap that the menu's owner draws (HBMMENU_CALLBACK): the owner
 // answers WM_MEASUREITEM and WM_DRAWITEM through Measure and Draw. Disabled items show their
-// image embossed in grey.
+// image in light grey.
 #pragma once
 
 #include <windows.h>

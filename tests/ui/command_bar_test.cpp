@@ -238,6 +238,40 @@ TEST_F(CommandBarTest, F10EntersKeyboardModeWhereDownAndMnemonicsOpenMenus)
   EXPECT_FALSE(Bar().IsKeyboardMode());
 }
 
+// The mouse: a click opens a popup, moving over another button opens that one instead, and a
+// click on the open popup's own button closes it without opening it again.
+TEST_F(CommandBarTest, MouseOverAnotherButtonOpensItsMenuAndAClickOnTheOpenOneClosesIt)
+{
+  const auto centre = [&](int index) {
+    const RECT rect = CToolBarCtrl(Bar().Handle()).ItemRect(index);
+    return POINT{(rect.left + rect.right) / 2, (rect.top + rect.bottom) / 2};
+  };
+  const auto moveTo = [&](int index, UINT message) {
+    POINT point = centre(index);
+    const LPARAM clientPoint = MAKELPARAM(point.x, point.y);
+    ClientToScreen(Bar().Handle(), &point);
+    SetCursorPos(point.x, point.y);
+    PostMessageW(Bar().Handle(), message, message == WM_LBUTTONDOWN ? MK_LBUTTON : 0, clientPoint);
+  };
+  std::vector<int> open;
+  moveTo(kFile, WM_LBUTTONDOWN);
+  DriveMenus({[&] {
+                open.push_back(Bar().OpenIndex());
+                moveTo(kView, WM_MOUSEMOVE);
+              },
+              [&] {
+                open.push_back(Bar().OpenIndex());
+                moveTo(kView, WM_LBUTTONDOWN);
+              }});
+  PumpMessages();
+  EXPECT_EQ(open, (std::vector<int>{kFile, kView}));
+  EXPECT_EQ(Bar().OpenIndex(), -1);
+  EXPECT_FALSE(Bar().IsKeyboardMode());
+  EXPECT_TRUE(frame_.commands.empty());
+  // The closing click did not open the popup again.
+  EXPECT_EQ(frame_.popupsOpened.size(), 2u);
+}
+
 TEST_F(CommandBarTest, AltSpaceStillOpensTheSystemMenu)
 {
   PostKey(WM_SYSKEYDOWN, VK_SPACE, kAltHeld);

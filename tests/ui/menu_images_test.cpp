@@ -33,8 +33,14 @@ CImageList RedImage()
   return images;
 }
 
-// How many pixels of a 32x32 area drawn by `draw` are pure red.
-int RedPixels(const CMenuImages& images, UINT state)
+struct Drawn {
+  int red = 0;   // pure red pixels
+  int grey = 0;  // pixels neither white nor red, all of them grey
+  bool onlyGrey = true;
+};
+
+// What the image of ID_SAMPLE_OPEN drawn in `state` onto a white 32x32 area left there.
+Drawn DrawOnWhite(const CMenuImages& images, UINT state)
 {
   const CWindowDc screen(nullptr);
   const CMemoryDc dc(CreateCompatibleDC(screen.Get()));
@@ -49,11 +55,20 @@ int RedPixels(const CMenuImages& images, UINT state)
   item.hDC = dc.Get();
   item.rcItem = all;
   EXPECT_TRUE(images.Draw(item));
-  int red = 0;
+  Drawn drawn;
   for (int y = 0; y < 32; ++y) {
-    for (int x = 0; x < 32; ++x) red += GetPixel(dc.Get(), x, y) == RGB(255, 0, 0) ? 1 : 0;
+    for (int x = 0; x < 32; ++x) {
+      const COLORREF pixel = GetPixel(dc.Get(), x, y);
+      if (pixel == RGB(255, 0, 0)) {
+        ++drawn.red;
+      } else if (pixel != RGB(255, 255, 255)) {
+        ++drawn.grey;
+        drawn.onlyGrey = drawn.onlyGrey && GetRValue(pixel) == GetGValue(pixel) &&
+                         GetGValue(pixel) == GetBValue(pixel);
+      }
+    }
   }
-  return red;
+  return drawn;
 }
 
 TEST_F(MenuImagesTest, LoadsTheStripAndTheCommandOfEachImage)
@@ -108,8 +123,13 @@ TEST_F(MenuImagesTest, MeasuresAndDrawsTheImageGreyWhenDisabled)
   measure.itemID = ID_SAMPLE_CLOSE;
   EXPECT_FALSE(images.Measure(measure));
 
-  EXPECT_EQ(RedPixels(images, 0), 16 * 16);
-  EXPECT_EQ(RedPixels(images, ODS_GRAYED), 0);
+  const Drawn normal = DrawOnWhite(images, 0);
+  EXPECT_EQ(normal.red, 16 * 16);
+  EXPECT_EQ(normal.grey, 0);
+  const Drawn disabled = DrawOnWhite(images, ODS_GRAYED);
+  EXPECT_EQ(disabled.red, 0);
+  EXPECT_EQ(disabled.grey, 16 * 16);
+  EXPECT_TRUE(disabled.onlyGrey);
 }
 
 }  // namespace
