@@ -2,6 +2,7 @@
 
 #include <commctrl.h>
 
+#include "ui/controls/tool_bar.h"
 #include "ui/strings.h"
 
 namespace {
@@ -121,9 +122,28 @@ bool CFrameWindow::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam, LRE
         return OnToolTipText(reinterpret_cast<NMTTDISPINFOW&>(header)) ||
                CCustomWindow::HandleMessage(message, wParam, lParam, result);
       }
-      if (header.code == RBN_HEIGHTCHANGE && header.hwndFrom == reBar_.Handle()) UpdateLayout();
+      if (header.hwndFrom == reBar_.Handle() && header.code == RBN_HEIGHTCHANGE) UpdateLayout();
+      if (header.hwndFrom == reBar_.Handle() && header.code == RBN_CHEVRONPUSHED) {
+        OnChevronPushed(reinterpret_cast<const NMREBARCHEVRON&>(header));
+        result = 0;
+        return true;
+      }
       break;
     }
+    case WM_MEASUREITEM:
+      if (chevronCommandBar_ != nullptr &&
+          chevronCommandBar_->Images().Measure(*reinterpret_cast<MEASUREITEMSTRUCT*>(lParam))) {
+        result = TRUE;
+        return true;
+      }
+      break;
+    case WM_DRAWITEM:
+      if (chevronCommandBar_ != nullptr &&
+          chevronCommandBar_->Images().Draw(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam))) {
+        result = TRUE;
+        return true;
+      }
+      break;
     default: break;
   }
   return CCustomWindow::HandleMessage(message, wParam, lParam, result);
@@ -162,4 +182,42 @@ bool CFrameWindow::OnToolTipText(NMTTDISPINFOW& info)
   info.lpszText = toolTip_.data();
   info.hinst = nullptr;
   return true;
+}
+
+void CFrameWindow::OnChevronPushed(const NMREBARCHEVRON& chevron)
+{
+  const HWND child = reBar_.BandChild(static_cast<int>(chevron.uBand));
+  const CToolBarCtrl toolBar(child);
+  auto* const commandBar = dynamic_cast<CCommandBar*>(CMessageHandler::FromHandle(child));
+  RECT shown{};
+  GetClientRect(child, &shown);
+  const CMenu menu(CreatePopupMenu());
+  for (int index = 0; index < toolBar.ButtonCount(); ++index) {
+    if (toolBar.ItemRect(index).right <= shown.right) continue;
+    const UINT command = toolBar.CommandAt(index);
+    if (commandBar != nullptr) {
+      wchar_t text[256] = {};
+      GetMenuStringW(commandBar->Menu(), static_cast<UINT>(index), text, 256, MF_BYPOSITION);
+      AppendMenuW(menu.Get(), MF_POPUP,
+                  reinterpret_cast<UINT_PTR>(GetSubMenu(commandBar->Menu(), index)), text);
+    } else if (toolBar.IsSeparator(index)) {
+      if (GetMenuItemCount(menu.Get()) > 0) AppendMenuW(menu.Get(), MF_SEPARATOR, 0, nullptr);
+    } else {
+      const UINT state = toolBar.IsEnabled(command) ? MF_ENABLED : MF_GRAYED;
+      AppendMenuW(menu.Get(), MF_STRING | state, command, toolBar.ButtonText(command).c_str());
+    }
+  }
+  if (GetMenuItemCount(menu.Get()) > 0) {
+    RECT button = chevron.rc;
+    MapWindowPoints(reBar_.Handle(), nullptr, reinterpret_cast<POINT*>(&button), 2);
+    TPMPARAMS exclude{sizeof exclude, button};
+    chevronCommandBar_ = commandBar;
+    TrackPopupMenuEx(menu.Get(), TPM_LEFTALIGN | TPM_TOPALIGN | TPM_VERTICAL | TPM_LEFTBUTTON,
+                     button.left, button.bottom, hwnd_, &exclude);
+    chevronCommandBar_ = nullptr;
+  }
+  // The command bar's popups stay its own: taken out before the chevron menu is destroyed.
+  while (commandBar != nullptr && GetMenuItemCount(menu.Get()) > 0) {
+    RemoveMenu(menu.Get(), 0, MF_BYPOSITION);
+  }
 }

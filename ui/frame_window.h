@@ -1,7 +1,8 @@
 // The base of a main window: a rebar at the top, a status bar at the bottom and a client view
-// between them, laid out whenever the frame changes size. Menu prompts appear on the status
-// bar while a menu is open (the text of the command's string before "\n"), tool tips come from
-// the same string (the text after "\n"), popups get the commands' states from the frame's
+// between them, laid out whenever the frame changes size. A band's chevron drops down the
+// buttons that do not fit (toolbar commands, or the command bar's popups). Menu prompts appear on
+// the status bar while a menu is open (the text of the command's string before "\n"), tool tips
+// come from the same string (the text after "\n"), popups get the commands' states from the frame's
 // user-interface update map when they open, and the map is pushed to the bars at idle time.
 #pragma once
 
@@ -9,6 +10,7 @@
 
 #include <string>
 
+#include "ui/command_bar.h"
 #include "ui/controls/rebar.h"
 #include "ui/controls/status_bar.h"
 #include "ui/message_loop.h"
@@ -54,6 +56,7 @@ class CFrameWindow : public CCustomWindow, public CIdleHandler {
   void ShowPrompt(const std::wstring& prompt);
   void EndPrompt();
   bool OnToolTipText(NMTTDISPINFOW& info);
+  void OnChevronPushed(const NMREBARCHEVRON& chevron);
 
   CReBarCtrl reBar_;
   CStatusBarCtrl statusBar_;
@@ -62,4 +65,6 @@ class CFrameWindow : public CCustomWindow, public CIdleHandler {
   UINT nextBandId_ = 0;
   CMessageLoop* loop_ = nullptr;
   std::wstring toolTip_;  // the text the last tool tip shows
+  // The command bar whose popups the open chevron menu shows (their images are its).
+  CCommandBar* chevronCommandBar_ = nullptr;
 };

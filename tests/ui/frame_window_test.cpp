@@ -5,7 +5,10 @@
 
 #include <commctrl.h>
 
+#include <algorithm>
+#include <functional>
 #include <string>
+#include <vector>
 
 #include "support/sample_frame.h"
 #include "support/ui_harness.h"
@@ -140,6 +143,84 @@ TEST_F(FrameWindowTest, TheUpdateMapReachesPopupsAsTheyOpenAndTheBarsAtIdleTime)
   EXPECT_FALSE(frame_.toolBar.IsEnabled(ID_SAMPLE_CLOSE));
   EXPECT_TRUE(frame_.toolBar.IsEnabled(ID_SAMPLE_OPEN));
   EXPECT_EQ(frame_.StatusBar().PaneText(0), L"3 disks");
+}
+
+// A band narrower than its toolbar shows a chevron; pushing it drops down the hidden buttons.
+class ChevronTest : public FrameWindowTest {
+ protected:
+  ChevronTest()
+  {
+    SetWindowPos(frame_.Handle(), nullptr, 0, 0, 190, 300, SWP_NOMOVE | SWP_NOZORDER);
+  }
+
+  // Pushes the chevron of band `band` and runs `atIdle` once the dropped-down menu waits.
+  void PushChevron(UINT band, const std::function<void(HMENU)>& atIdle)
+  {
+    NMREBARCHEVRON chevron{};
+    chevron.hdr.hwndFrom = frame_.ReBar().Handle();
+    chevron.hdr.idFrom = IDW_SAMPLE_REBAR;
+    chevron.hdr.code = RBN_CHEVRONPUSHED;
+    chevron.uBand = band;
+    chevron.wID = frame_.ReBar().BandId(static_cast<int>(band));
+    GetClientRect(frame_.ReBar().Handle(), &chevron.rc);
+    chevron.rc.left = chevron.rc.right - 12;
+    int waits = 0;
+    frame_.onMenuIdle = [&] {
+      if (waits++ == 0) {
+        atIdle(frame_.popupsOpened.back());
+      } else if (waits < 6) {
+        PostMessageW(frame_.list, WM_KEYDOWN, VK_ESCAPE, 1);
+      }
+    };
+    SendMessageW(frame_.Handle(), WM_NOTIFY, IDW_SAMPLE_REBAR, reinterpret_cast<LPARAM>(&chevron));
+    frame_.onMenuIdle = nullptr;
+    EXPECT_GE(waits, 1) << "no menu dropped down";
+    EXPECT_LT(waits, 6) << "the menu did not close";
+    PumpMessages();
+  }
+};
+
+TEST_F(ChevronTest, ToolBarChevronOffersTheHiddenButtons)
+{
+  const RECT shown = [&] {
+    RECT rect{};
+    GetClientRect(frame_.toolBar.Handle(), &rect);
+    return rect;
+  }();
+  ASSERT_LT(shown.right, frame_.toolBar.ItemRect(3).right) << "Close must not fit";
+  ASSERT_GE(shown.right, frame_.toolBar.ItemRect(0).right) << "New must fit";
+  std::vector<UINT> offered;
+  PushChevron(1, [&](HMENU menu) {
+    for (int item = 0; item < GetMenuItemCount(menu); ++item) {
+      offered.push_back(GetMenuItemID(menu, item));
+    }
+    PostMessageW(frame_.list, WM_KEYDOWN, VK_UP, 1);  // the last item: Close
+    PostMessageW(frame_.list, WM_KEYDOWN, VK_RETURN, 1);
+  });
+  ASSERT_FALSE(offered.empty());
+  EXPECT_EQ(offered.back(), static_cast<UINT>(ID_SAMPLE_CLOSE));
+  EXPECT_EQ(std::count(offered.begin(), offered.end(), ID_SAMPLE_NEW), 0);
+  EXPECT_EQ(frame_.commands, std::vector<UINT>{ID_SAMPLE_CLOSE});
+}
+
+TEST_F(ChevronTest, CommandBarChevronOffersTheHiddenMenusAndLeavesThemToTheBar)
+{
+  SetWindowPos(frame_.Handle(), nullptr, 0, 0, 130, 300, SWP_NOMOVE | SWP_NOZORDER);
+  RECT shown{};
+  GetClientRect(frame_.commandBar.Handle(), &shown);
+  ASSERT_LT(shown.right, CToolBarCtrl(frame_.commandBar.Handle()).ItemRect(3).right)
+      << "Help must not fit";
+  const HMENU help = GetSubMenu(frame_.commandBar.Menu(), 3);
+  bool offersHelp = false;
+  PushChevron(0, [&](HMENU menu) {
+    const int count = GetMenuItemCount(menu);
+    offersHelp = count > 0 && GetSubMenu(menu, count - 1) == help;
+    PostMessageW(frame_.list, WM_KEYDOWN, VK_ESCAPE, 1);
+  });
+  EXPECT_TRUE(offersHelp);
+  EXPECT_TRUE(IsMenu(help));
+  EXPECT_EQ(GetMenuItemCount(frame_.commandBar.Menu()), 4);
+  EXPECT_EQ(GetMenuItemCount(help), 1);
 }
 
 }  // namespace
