@@ -83,6 +83,8 @@ HWND CCommandBar::Create(HWND frame, UINT id)
   }
   Send(TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON));
   Send(TB_SETBITMAPSIZE, 0, MAKELPARAM(0, 0));
+  // A button cut off by a narrow band is left to the band's chevron.
+  Send(TB_SETEXTENDEDSTYLE, 0, TBSTYLE_EX_HIDECLIPPEDBUTTONS);
   // The buttons use the menu's font, as a menu bar does.
   NONCLIENTMETRICSW metrics{};
   metrics.cbSize = sizeof metrics;

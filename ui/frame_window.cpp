@@ -18,6 +18,18 @@ std::wstring CommandStringPart(UINT command, int part)
 
 }  // namespace
 
+CFrameWindow::~CFrameWindow()
+{
+  // The base destroys a remaining window without our handlers: leave the loop here.
+  LeaveMessageLoop();
+}
+
+void CFrameWindow::LeaveMessageLoop()
+{
+  if (loop_ != nullptr) loop_->RemoveIdleHandler(this);
+  loop_ = nullptr;
+}
+
 std::wstring CFrameWindow::CommandPrompt(UINT command)
 {
   return CommandStringPart(command, 0);
@@ -98,10 +110,7 @@ bool CFrameWindow::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam, LRE
       if (loop_ != nullptr) loop_->AddIdleHandler(this);
       result = OnCreate() ? 0 : -1;
       return true;
-    case WM_DESTROY:
-      if (loop_ != nullptr) loop_->RemoveIdleHandler(this);
-      loop_ = nullptr;
-      break;
+    case WM_DESTROY: LeaveMessageLoop(); break;
     case WM_SIZE:
       UpdateLayout();
       result = 0;

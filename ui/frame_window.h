@@ -19,6 +19,9 @@
 
 class CFrameWindow : public CCustomWindow, public CIdleHandler {
  public:
+  CFrameWindow() = default;
+  ~CFrameWindow() override;
+
   CReBarCtrl& ReBar() { return reBar_; }
   CStatusBarCtrl& StatusBar() { return statusBar_; }
   CUpdateUi& UpdateUi() { return updateUi_; }
@@ -52,6 +55,7 @@ class CFrameWindow : public CCustomWindow, public CIdleHandler {
   bool HandleMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) override;
 
  private:
+  void LeaveMessageLoop();
   void OnMenuSelect(UINT item, UINT flags, HMENU menu);
   void ShowPrompt(const std::wstring& prompt);
   void EndPrompt();

@@ -145,6 +145,41 @@ TEST_F(FrameWindowTest, TheUpdateMapReachesPopupsAsTheyOpenAndTheBarsAtIdleTime)
   EXPECT_EQ(frame_.StatusBar().PaneText(0), L"3 disks");
 }
 
+// A frame that counts its idle calls in a counter that outlives it.
+class CCountingFrame : public CSampleFrame {
+ public:
+  explicit CCountingFrame(int& idles) : idles_(idles) {}
+  void OnIdle() override
+  {
+    ++idles_;
+    CSampleFrame::OnIdle();
+  }
+
+ private:
+  int& idles_;
+};
+
+TEST_F(FrameWindowTest, TheFrameLeavesTheMessageLoopWithItsWindowOrItsObject)
+{
+  int idles = 0;
+  {
+    CCountingFrame counting(idles);
+    ASSERT_NE(counting.Create(), nullptr);
+    counting.UpdateUi().SetEnabled(ID_SAMPLE_OPEN, false);
+    loop_.RunIdleHandlers();
+    EXPECT_EQ(idles, 1);
+    EXPECT_FALSE(counting.toolBar.IsEnabled(ID_SAMPLE_OPEN));
+  }  // the object goes while its window is still open
+  loop_.RunIdleHandlers();
+  EXPECT_EQ(idles, 1);
+
+  CCountingFrame closed(idles);
+  ASSERT_NE(closed.Create(), nullptr);
+  DestroyWindow(closed.Handle());  // the window goes first
+  loop_.RunIdleHandlers();
+  EXPECT_EQ(idles, 1);
+}
+
 // A band narrower than its toolbar shows a chevron; pushing it drops down the hidden buttons.
 class ChevronTest : public FrameWindowTest {
  protected:

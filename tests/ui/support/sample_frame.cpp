@@ -38,7 +38,7 @@ bool CSampleFrame::CreateToolBar()
                                  WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN | WS_CLIPSIBLINGS |
                                      CCS_NODIVIDER | CCS_NORESIZE | CCS_NOPARENTALIGN |
                                      TBSTYLE_FLAT | TBSTYLE_LIST | TBSTYLE_TOOLTIPS,
-                                 TBSTYLE_EX_MIXEDBUTTONS);
+                                 TBSTYLE_EX_MIXEDBUTTONS | TBSTYLE_EX_HIDECLIPPEDBUTTONS);
   if (!toolBar.IsWindow()) return false;
   toolBarImages_ = LoadImageStrip(IDB_SAMPLE_TOOLBAR, 24, true);
   toolBar.SetImageList(toolBarImages_.Get());
