@@ -320,6 +320,11 @@ bool CCommandBar::OnMenuLoopMessage(const MSG& message)
       }
       if (message.wParam == VK_ESCAPE && OpenPopupLevels() <= 1) backToBar_ = true;
       return false;
+    case WM_SYSCHAR: {
+      // Alt+letter of another popup switches to it, as on a menu bar.
+      const int index = MnemonicIndex(message.wParam);
+      return index >= 0 && index != openIndex_ && SwitchTo(index, true);
+    }
     case WM_MOUSEMOVE: {
       const int index = HitTest(message.pt);
       return index >= 0 && index != openIndex_ && SwitchTo(index, false);

@@ -6,9 +6,9 @@
 // Keyboard: Alt+letter opens the popup whose mnemonic it is; Alt alone or F10 puts the bar in
 // keyboard mode (first button hot, mnemonics underlined; Left/Right move, Down/Up/Enter or a
 // mnemonic open, Escape, Alt or F10 leave). While a popup is open, Left on the first level and
-// Right on an item without a submenu open the neighbouring popup; Escape on the first level
-// returns to keyboard mode. Alt+Space and every key that is not a mnemonic go on to the frame
-// as before (the system menu is untouched).
+// Right on an item without a submenu open the neighbouring popup, Alt+letter opens the popup
+// of that mnemonic, and Escape on the first level returns to keyboard mode. Alt+Space and every key
+// that is not a mnemonic go on to the frame as before (the system menu is untouched).
 //
 // The popups belong to the bar while they are open: the frame receives their menu
 // notifications (WM_INITMENUPOPUP, WM_MENUSELECT, WM_ENTERIDLE, WM_EXITMENULOOP...) passed on

@@ -125,6 +125,26 @@ TEST_F(CommandBarTest, ArrowKeysMoveBetweenMenusAndWrapAround)
   EXPECT_TRUE(frame_.commands.empty());
 }
 
+TEST_F(CommandBarTest, AltLetterInAnOpenMenuOpensThatMnemonicsMenu)
+{
+  PostAltLetter(L'f');
+  std::vector<int> open;
+  DriveMenus({[&] {
+                open.push_back(Bar().OpenIndex());
+                PostAltLetter(L'h');
+              },
+              [&] {
+                open.push_back(Bar().OpenIndex());
+                PostAltLetter(L'h');  // its own mnemonic: stays open
+              },
+              [&] {
+                open.push_back(Bar().OpenIndex());
+                PostKey(WM_KEYDOWN, VK_ESCAPE);
+              }});
+  EXPECT_EQ(open, (std::vector<int>{kFile, kHelp, kHelp}));
+  EXPECT_TRUE(frame_.commands.empty());
+}
+
 TEST_F(CommandBarTest, RightOpensASubmenuBeforeItMovesToTheNextMenu)
 {
   PostAltLetter(L'v');  // the first item of View is the Columns submenu
