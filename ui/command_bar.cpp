@@ -191,6 +191,8 @@ void CCommandBar::PostOpen(int index, bool selectFirstItem)
 
 bool CCommandBar::PreTranslateMessage(MSG& message)
 {
+  // Keyboard mode ends when the user turns to another window.
+  if (keyboardMode_ && GetActiveWindow() != frame_) LeaveKeyboardMode();
   if (!IsFrameMessage(message.hwnd)) return false;
   const WPARAM key = message.wParam;
   switch (message.message) {

@@ -70,6 +70,20 @@ TEST_F(BarsTest, ToolBarButtonsHaveTheirTextsStatesAndPlaces)
   EXPECT_GE(ideal.cx, toolBar.ItemRect(3).right);
 }
 
+TEST_F(BarsTest, ToolBarTakesImageAndButtonSizes)
+{
+  const CToolBarCtrl toolBar = CToolBarCtrl::Create(
+      owner_.Handle(), 8, WS_CHILD | WS_VISIBLE | CCS_NORESIZE | CCS_NOPARENTALIGN | TBSTYLE_FLAT);
+  ASSERT_TRUE(toolBar.IsWindow());
+  toolBar.SetBitmapSize({24, 24});
+  toolBar.SetButtonSize({31, 31});
+  const TBBUTTON button{0, 101, TBSTATE_ENABLED, BTNS_BUTTON, {}, 0, -1};
+  ASSERT_TRUE(toolBar.AddButtons({&button, 1}));
+  const RECT rect = toolBar.ItemRect(0);
+  EXPECT_EQ(rect.right - rect.left, 31);
+  EXPECT_EQ(rect.bottom - rect.top, 31);
+}
+
 TEST_F(BarsTest, ReBarBandsAreFoundByTheirIds)
 {
   const CReBarCtrl reBar = CReBarCtrl::Create(

@@ -230,6 +230,32 @@ TEST_F(CommandBarTest, AltAloneEntersKeyboardModeWhereArrowsMoveAndEscapeLeaves)
   EXPECT_EQ(frame_.systemMenusOpened, 0);
 }
 
+TEST_F(CommandBarTest, KeyboardModeEndsWhenAnotherWindowIsActivated)
+{
+  PostAltAlone();
+  PumpMessages();
+  ASSERT_TRUE(Bar().IsKeyboardMode());
+  CCustomWindow other;
+  ASSERT_NE(other.Create(nullptr, RECT{0, 0, 100, 100}, L"other", WS_OVERLAPPEDWINDOW | WS_VISIBLE),
+            nullptr);
+  SetActiveWindow(other.Handle());
+  PostMessageW(other.Handle(), WM_NULL, 0, 0);
+  PumpMessages();
+  EXPECT_FALSE(Bar().IsKeyboardMode());
+  EXPECT_EQ(Bar().HotIndex(), -1);
+}
+
+TEST_F(CommandBarTest, KeysWaitWhileTheFrameIsDisabledByAModalWindow)
+{
+  EnableWindow(frame_.Handle(), FALSE);
+  PostAltLetter(L'f');
+  PostAltAlone();
+  PumpMessages();
+  EnableWindow(frame_.Handle(), TRUE);
+  EXPECT_TRUE(frame_.popupsOpened.empty());
+  EXPECT_FALSE(Bar().IsKeyboardMode());
+}
+
 TEST_F(CommandBarTest, F10EntersKeyboardModeWhereDownAndMnemonicsOpenMenus)
 {
   PostKey(WM_SYSKEYDOWN, VK_F10);
