@@ -122,6 +122,19 @@ bool CCommandBar::AttachMenu(CMenu menu)
   return true;
 }
 
+bool CCommandBar::LoadImages(UINT commandsId, UINT bitmapId, bool thirtyTwoBit)
+{
+  if (!images_.Load(commandsId, bitmapId, thirtyTwoBit)) return false;
+  ShowImages();
+  return true;
+}
+
+void CCommandBar::SetImages(CImageList images, std::vector<UINT> commands)
+{
+  images_.Set(std::move(images), std::move(commands));
+  ShowImages();
+}
+
 void CCommandBar::ShowImages() const
 {
   if (menu_) images_.MarkItems(menu_.Get());

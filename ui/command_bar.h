@@ -41,11 +41,11 @@ class CCommandBar : public CCustomWindow, private CMessageFilter {
   bool AttachMenu(CMenu menu);
   HMENU Menu() const { return menu_.Get(); }
 
-  // The images of the popups' items (see CMenuImages).
-  CMenuImages& Images() { return images_; }
-  // Gives the items of the attached menu that have an image their bitmap (after the menu is
-  // attached and the images are set).
-  void ShowImages() const;
+  // The images beside the popups' items (see CMenuImages), loaded from the resources or
+  // given; they show in the attached menu (also in a menu attached later).
+  bool LoadImages(UINT commandsId, UINT bitmapId, bool thirtyTwoBit);
+  void SetImages(CImageList images, std::vector<UINT> commands);
+  const CMenuImages& Images() const { return images_; }
 
   // Opens the popup of button `index`, as a click (or with its first item selected, as a key)
   // would; returns when no popup of the bar is open any more.
@@ -72,6 +72,7 @@ class CCommandBar : public CCustomWindow, private CMessageFilter {
   void ShowMnemonics(bool show) const;
   void PostOpen(int index, bool selectFirstItem);
   void StopFiltering();
+  void ShowImages() const;
 
   // While a popup is open: the menu loop's messages, seen through a WH_MSGFILTER hook.
   static LRESULT CALLBACK MenuFilterHook(int code, WPARAM wParam, LPARAM lParam);

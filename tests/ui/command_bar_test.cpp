@@ -184,6 +184,22 @@ TEST_F(CommandBarTest, ChosenCommandReachesTheFrame)
   EXPECT_EQ(frame_.commands, (std::vector<UINT>{ID_SAMPLE_OPEN, ID_SAMPLE_PROPERTIES}));
 }
 
+TEST_F(CommandBarTest, PopupItemsMakeRoomForTheirImages)
+{
+  const HMENU file = GetSubMenu(Bar().Menu(), kFile);
+  RECT withImage{};
+  RECT withoutImage{};
+  PostAltLetter(L'f');
+  DriveMenus({[&] {
+    GetMenuItemRect(Bar().Handle(), file, 1, &withImage);     // Open Sample: an image
+    GetMenuItemRect(Bar().Handle(), file, 4, &withoutImage);  // Exit: none
+    PostKey(WM_KEYDOWN, VK_ESCAPE);
+  }});
+  EXPECT_GE(withImage.bottom - withImage.top, 24);
+  EXPECT_GT(withoutImage.bottom - withoutImage.top, 0);
+  EXPECT_LT(withoutImage.bottom - withoutImage.top, withImage.bottom - withImage.top);
+}
+
 TEST_F(CommandBarTest, DisabledItemIsGreyAndGivesNoCommand)
 {
   frame_.UpdateUi().SetEnabled(ID_SAMPLE_CLOSE, false);

@@ -21,8 +21,7 @@ bool CSampleFrame::OnCreate()
           CMenu(LoadMenuW(ResourceModule(), MAKEINTRESOURCEW(IDM_SAMPLE_FRAME))))) {
     return false;
   }
-  commandBar.Images().Load(IDR_SAMPLE_MENU_IMAGES, IDB_SAMPLE_MENU_IMAGES, true);
-  commandBar.ShowImages();
+  if (!commandBar.LoadImages(IDR_SAMPLE_MENU_IMAGES, IDB_SAMPLE_MENU_IMAGES, true)) return false;
   if (!CreateToolBar()) return false;
   if (!AddBand(commandBar.Handle(), false) || !AddBand(toolBar.Handle(), true)) return false;
   if (!CreateStatusBar(IDW_SAMPLE_STATUS_BAR, IDS_SAMPLE_IDLE)) return false;
