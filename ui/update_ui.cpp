@@ -2,6 +2,8 @@
 
 #include <commctrl.h>
 
+#include "ui/controls/status_bar.h"
+
 void CUpdateUi::AddMenu(HMENU menu)
 {
   menus_.push_back(menu);
@@ -10,6 +12,16 @@ void CUpdateUi::AddMenu(HMENU menu)
 void CUpdateUi::AddToolBar(HWND toolBar)
 {
   toolBars_.push_back(toolBar);
+}
+
+void CUpdateUi::AddStatusBar(HWND statusBar)
+{
+  statusBars_.push_back(statusBar);
+}
+
+void CUpdateUi::SetPaneText(int pane, const std::wstring& text)
+{
+  paneTexts_[pane] = text;
 }
 
 void CUpdateUi::SetEnabled(UINT id, bool enabled)
@@ -38,6 +50,7 @@ void CUpdateUi::Apply() const
 {
   for (const HMENU menu : menus_) ApplyToMenu(menu);
   for (const HWND toolBar : toolBars_) ApplyToToolBar(toolBar);
+  for (const HWND statusBar : statusBars_) ApplyToStatusBar(statusBar);
 }
 
 void CUpdateUi::ApplyToMenu(HMENU menu) const
@@ -61,5 +74,14 @@ void CUpdateUi::ApplyToToolBar(HWND toolBar) const
     if (SendMessageW(toolBar, TB_COMMANDTOINDEX, id, 0) < 0) continue;
     if (state.enabled) SendMessageW(toolBar, TB_ENABLEBUTTON, id, MAKELPARAM(*state.enabled, 0));
     if (state.checked) SendMessageW(toolBar, TB_CHECKBUTTON, id, MAKELPARAM(*state.checked, 0));
+  }
+}
+
+void CUpdateUi::ApplyToStatusBar(HWND statusBar) const
+{
+  // Setting an unchanged text would repaint the bar at every idle moment.
+  const CStatusBarCtrl bar(statusBar);
+  for (const auto& [pane, text] : paneTexts_) {
+    if (bar.PaneText(pane) != text) bar.SetPaneText(pane, text);
   }
 }

@@ -17,10 +17,12 @@ struct ClassRegistry {
   std::map<std::wstring, WNDPROC> defaultProcs;
 };
 
+// Never destroyed: a window that outlives static destruction (a frame held by a static
+// object, say) still looks up its class's default processing while it is destroyed.
 ClassRegistry& Registry()
 {
-  static ClassRegistry registry;
-  return registry;
+  static ClassRegistry* registry = new ClassRegistry;
+  return *registry;
 }
 
 // The default processing of a window of ours that has no object (any more).

@@ -1,5 +1,5 @@
 // The screenshot program for the test template: the harness dialog filled with sample data,
-// and the test pages in a tabbed sheet and in a Wizard97 wizard.
+// the test pages in a tabbed sheet and in a Wizard97 wizard, and the sample frame.
 #include <windows.h>
 
 #include <commctrl.h>
@@ -8,7 +8,9 @@
 #include <string>
 #include <vector>
 
+#include "support/sample_frame.h"
 #include "support/test_dialogs.h"
+#include "support/ui_harness.h"
 #include "tools/screenshot/screenshot_tool.h"
 
 namespace {
@@ -57,10 +59,23 @@ HWND WizardInteriorPage()
   return sheet.Create(nullptr);
 }
 
-constexpr std::array<ScreenshotScene, 3> kScenes = {{
+// The sample frame with its command bar, toolbar, list and status bar; one row selected.
+// The command bar watches the keyboard through the thread's loop, so a loop is made first.
+HWND SampleFrame()
+{
+  static CMessageLoop loop;
+  static CSampleFrame frame;
+  const HWND window = frame.Create();
+  if (window == nullptr) return nullptr;
+  SelectListRow(frame.list, 1, true);
+  return window;
+}
+
+constexpr std::array<ScreenshotScene, 4> kScenes = {{
     {L"harness-dialog", HarnessDialog},
     {L"tabbed-sheet", TabbedSheet},
     {L"wizard-interior-page", WizardInteriorPage},
+    {L"sample-frame", SampleFrame},
 }};
 
 }  // namespace

@@ -1,11 +1,12 @@
 // The user-interface update map: recorded states reach menus (submenus included) and
-// toolbars; states never recorded are left alone.
+// toolbars, recorded texts the status bar's panes; what was never recorded is left alone.
 #include <windows.h>
 
 #include <commctrl.h>
 
 #include "support/test_resources.h"
 #include "support/ui_harness.h"
+#include "ui/controls/status_bar.h"
 #include "ui/handles.h"
 #include "ui/update_ui.h"
 #include "ui/window.h"
@@ -90,6 +91,39 @@ TEST_F(UpdateUiTest, StatesReachToolBarButtonsAndContextMenus)
 
   update.ApplyToMenu(context.Get());
   EXPECT_NE(GetMenuState(context.Get(), ID_CMD_CLOSE, MF_BYCOMMAND) & MF_GRAYED, 0u);
+}
+
+TEST_F(UpdateUiTest, PaneTextsReachTheStatusBarWhenTheyDiffer)
+{
+  CCustomWindow owner;
+  ASSERT_NE(owner.Create(nullptr, RECT{0, 0, 400, 200}, L"owner", WS_OVERLAPPEDWINDOW | WS_VISIBLE),
+            nullptr);
+  const CStatusBarCtrl bar = CStatusBarCtrl::Create(owner.Handle(), 1, L"Ready", false);
+  CUpdateUi update;
+  update.AddStatusBar(bar.Handle());
+  update.Apply();
+  EXPECT_EQ(bar.PaneText(0), L"Ready");  // no text recorded: left alone
+
+  update.SetPaneText(0, L"2 disks");
+  update.Apply();
+  EXPECT_EQ(bar.PaneText(0), L"2 disks");
+
+  // An unchanged text is not set again (the bar would repaint at every idle moment).
+  int textsSet = 0;
+  const SUBCLASSPROC countTexts = [](HWND window, UINT message, WPARAM wParam, LPARAM lParam,
+                                     UINT_PTR, DWORD_PTR count) {
+    if (message == SB_SETTEXTW) ++*reinterpret_cast<int*>(count);
+    return DefSubclassProc(window, message, wParam, lParam);
+  };
+  ASSERT_TRUE(
+      SetWindowSubclass(bar.Handle(), countTexts, 1, reinterpret_cast<DWORD_PTR>(&textsSet)));
+  update.Apply();
+  EXPECT_EQ(textsSet, 0);
+  update.SetPaneText(0, L"3 disks");
+  update.Apply();
+  EXPECT_EQ(textsSet, 1);
+  EXPECT_EQ(bar.PaneText(0), L"3 disks");
+  RemoveWindowSubclass(bar.Handle(), countTexts, 1);
 }
 
 }  // namespace

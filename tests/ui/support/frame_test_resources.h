@@ -1,0 +1,31 @@
+// Ids of the sample frame (frame_test_resources.rc) that the frame and command bar tests and
+// the sample-frame screenshot scene build on.
+#pragma once
+
+#define IDM_SAMPLE_FRAME 500
+#define IDR_SAMPLE_MENU_IMAGES 501
+#define IDB_SAMPLE_MENU_IMAGES 502
+#define IDB_SAMPLE_MENU_IMAGES_MASKED 503
+#define IDB_SAMPLE_TOOLBAR 504
+
+#define IDW_SAMPLE_REBAR 600
+#define IDW_SAMPLE_STATUS_BAR 601
+#define IDW_SAMPLE_COMMAND_BAR 602
+#define IDW_SAMPLE_TOOLBAR 603
+#define IDW_SAMPLE_FIRST_BAND 610
+
+#define IDS_SAMPLE_IDLE 520
+#define IDS_SAMPLE_TITLE 521
+#define IDS_SAMPLE_TOOLBAR_TEXTS 522
+
+#define ID_SAMPLE_NEW 41001
+#define ID_SAMPLE_OPEN 41002
+#define ID_SAMPLE_CLOSE 41003
+#define ID_SAMPLE_EXIT 41004
+#define ID_SAMPLE_SELECT_ALL 41005
+#define ID_SAMPLE_PROPERTIES 41006
+#define ID_SAMPLE_COLUMN 41007
+#define ID_SAMPLE_REFRESH 41008
+#define ID_SAMPLE_ABOUT 41009
+#define ID_SAMPLE_UNUSED_FIRST 41010
+#define ID_SAMPLE_UNUSED_SECOND 41011
