@@ -62,6 +62,7 @@ using CKernelHandle = CUniqueHandle<NullHandleTraits<HANDLE, &CloseHandle>>;
 using CFileHandle = CUniqueHandle<FileHandleTraits>;
 using CBitmap = CUniqueHandle<NullHandleTraits<HBITMAP, &DeleteObject>>;
 using CFont = CUniqueHandle<NullHandleTraits<HFONT, &DeleteObject>>;
+using CBrush = CUniqueHandle<NullHandleTraits<HBRUSH, &DeleteObject>>;
 using CMemoryDc = CUniqueHandle<NullHandleTraits<HDC, &DeleteDC>>;
 using CIcon = CUniqueHandle<NullHandleTraits<HICON, &DestroyIcon>>;
 using CMenu = CUniqueHandle<NullHandleTraits<HMENU, &DestroyMenu>>;

@@ -51,6 +51,8 @@ class CMessageLoop {
 
   // One message through the filters, then translated and dispatched unless consumed.
   void ProcessMessage(MSG& message);
+  // Runs every idle handler once, as the loop does when its queue runs empty after input.
+  void RunIdleHandlers();
 
   // Whether a message counts as input that should run the idle handlers afterwards: mouse
   // moves, paints and the caret's system timer do not.
@@ -58,7 +60,6 @@ class CMessageLoop {
 
  private:
   bool RunFilters(MSG& message);
-  void RunIdleHandlers();
 
   std::vector<CMessageFilter*> filters_;
   std::vector<CIdleHandler*> idleHandlers_;
