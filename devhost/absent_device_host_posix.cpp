@@ -23,7 +23,7 @@ class AbsentDeviceHost final : public DeviceHost {
     return kDevUnreachable;
   }
   StatusCode FormatVolume(const std::u16string&, uint32_t) override { return kDevUnreachable; }
-  StatusCode StartService() override { return kSysServiceDoesNotExist; }
+  StatusCode StartDeviceHostService() override { return kSysServiceDoesNotExist; }
 };
 
 }  // namespace

@@ -51,7 +51,7 @@ class DeviceHost {
   virtual StatusCode FormatVolume(const std::u16string& mountPoint, uint32_t selector) = 0;
 
   // Starts the device host service and waits while it is starting.
-  virtual StatusCode StartService() = 0;
+  virtual StatusCode StartDeviceHostService() = 0;
 };
 
 // The device host every caller uses: the one installed by ReplaceDeviceHost, else the

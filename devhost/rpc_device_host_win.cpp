@@ -54,7 +54,7 @@ class RpcDeviceHost final : public DeviceHost {
     return DevFormatVolume(mountPoint.c_str(), selector);
   }
 
-  StatusCode StartService() override { return DevStartService(); }
+  StatusCode StartDeviceHostService() override { return DevStartService(); }
 };
 
 }  // namespace

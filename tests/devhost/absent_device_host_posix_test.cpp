@@ -18,5 +18,5 @@ TEST(AbsentDeviceHostTest, EveryCallIsUnreachable)
 
 TEST(AbsentDeviceHostTest, TheServiceDoesNotExist)
 {
-  EXPECT_EQ(PlatformDeviceHost().StartService(), 0x40000013u);
+  EXPECT_EQ(PlatformDeviceHost().StartDeviceHostService(), 0x40000013u);
 }

@@ -41,7 +41,7 @@ TEST(FakeDeviceHostTest, RecordsEveryCallWithItsArgumentsInOrder)
   fake.DismountById(id, 1);
   fake.EnumerateDisks(&disks);
   fake.FormatVolume(u"R:", 1);
-  fake.StartService();
+  fake.StartDeviceHostService();
 
   EXPECT_EQ(fake.CallTexts(), (std::vector<std::string>{
                                   "MountWithPassword(C:\\disks\\a.qvi, P:, flags 0x5, password "
@@ -51,7 +51,7 @@ TEST(FakeDeviceHostTest, RecordsEveryCallWithItsArgumentsInOrder)
                                   "DismountById(12345678-9ABC-DEF0-0102-030405060708, forced 1)",
                                   "EnumerateDisks()",
                                   "FormatVolume(R:, selector 1)",
-                                  "StartService()",
+                                  "StartDeviceHostService()",
                               }));
   const std::vector<DeviceHostCall> calls = fake.Calls();
   ASSERT_EQ(calls.size(), 7u);
@@ -75,7 +75,7 @@ TEST(FakeDeviceHostTest, AnswersFromEachOperationsQueueThenTheDefault)
   EXPECT_EQ(fake.DismountAll(0), kStatusSuccess);
   fake.SetDefaultAnswer(kSysAccessDenied);
   EXPECT_EQ(fake.DismountAll(1), kSysAccessDenied);
-  EXPECT_EQ(fake.StartService(), kSysAccessDenied);
+  EXPECT_EQ(fake.StartDeviceHostService(), kSysAccessDenied);
 }
 
 TEST(FakeDeviceHostTest, TableFollowsSuccessfulMountsAndDismounts)

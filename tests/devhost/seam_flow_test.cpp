@@ -25,7 +25,7 @@ StatusCode MountStartingTheService(const std::u16string& image, const std::u16st
 {
   DeviceHost& host = CurrentDeviceHost();
   StatusCode status = host.MountWithPassword(image, mountPoint, kMountReadOnly, u"secret");
-  if (status == kDevNotRunning && !IsFailure(host.StartService())) {
+  if (status == kDevNotRunning && !IsFailure(host.StartDeviceHostService())) {
     status = host.MountWithPassword(image, mountPoint, kMountReadOnly, u"secret");
   }
   return status;
@@ -84,12 +84,12 @@ TEST_F(SeamFlowTest, VolumeInUseStaysWithoutConsent)
 TEST_F(SeamFlowTest, StoppedDriverIsStartedAndTheMountRepeated)
 {
   fake_.Answer(Op::kMountWithPassword, {kDevNotRunning, kStatusSuccess});
-  fake_.Answer(Op::kStartService, {kStatusSuccess});
+  fake_.Answer(Op::kStartDeviceHostService, {kStatusSuccess});
   fake_.Answer(Op::kEnumerateDisks, {kStatusSuccess});
   EXPECT_EQ(MountStartingTheService(u"b.qvi", u"Q:"), kStatusSuccess);
   EXPECT_EQ(fake_.CallTexts(), (std::vector<std::string>{
                                    "MountWithPassword(b.qvi, Q:, flags 0x1, password secret)",
-                                   "StartService()",
+                                   "StartDeviceHostService()",
                                    "MountWithPassword(b.qvi, Q:, flags 0x1, password secret)",
                                }));
   std::vector<MountedDisk> disks;
@@ -101,7 +101,7 @@ TEST_F(SeamFlowTest, StoppedDriverIsStartedAndTheMountRepeated)
 TEST_F(SeamFlowTest, ServiceThatCannotStartEndsTheMount)
 {
   fake_.Answer(Op::kMountWithPassword, {kDevNotRunning});
-  fake_.Answer(Op::kStartService, {kSysServiceDoesNotExist});
+  fake_.Answer(Op::kStartDeviceHostService, {kSysServiceDoesNotExist});
   EXPECT_EQ(MountStartingTheService(u"b.qvi", u"Q:"), kDevNotRunning);
   EXPECT_EQ(fake_.Calls().size(), 2u);
   EXPECT_EQ(fake_.Disks().size(), 1u);

@@ -54,7 +54,7 @@ const char* OperationName(DeviceHostOperation operation)
     case DeviceHostOperation::kDismountById: return "DismountById";
     case DeviceHostOperation::kEnumerateDisks: return "EnumerateDisks";
     case DeviceHostOperation::kFormatVolume: return "FormatVolume";
-    case DeviceHostOperation::kStartService: return "StartService";
+    case DeviceHostOperation::kStartDeviceHostService: return "StartDeviceHostService";
   }
   return "UnknownOperation";
 }
@@ -79,7 +79,7 @@ std::string DeviceHostCall::Text() const
       arguments = Utf8(mountPoint) + ", selector " + std::to_string(selector);
       break;
     case DeviceHostOperation::kEnumerateDisks:
-    case DeviceHostOperation::kStartService: break;
+    case DeviceHostOperation::kStartDeviceHostService: break;
   }
   return std::string(OperationName(operation)) + "(" + arguments + ")";
 }
@@ -231,8 +231,8 @@ StatusCode FakeDeviceHost::FormatVolume(const std::u16string& mountPoint, uint32
   return Take(call);
 }
 
-StatusCode FakeDeviceHost::StartService()
+StatusCode FakeDeviceHost::StartDeviceHostService()
 {
   const std::lock_guard lock(mutex_);
-  return Take(CallOf(DeviceHostOperation::kStartService));
+  return Take(CallOf(DeviceHostOperation::kStartDeviceHostService));
 }

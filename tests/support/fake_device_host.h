@@ -28,7 +28,7 @@ enum class DeviceHostOperation {
   kDismountById,
   kEnumerateDisks,
   kFormatVolume,
-  kStartService,
+  kStartDeviceHostService,
 };
 
 // The operation's method name, e.g. "DismountAll".
@@ -78,7 +78,7 @@ class FakeDeviceHost final : public DeviceHost {
   StatusCode DismountById(const Guid& diskId, uint32_t forced) override;
   StatusCode EnumerateDisks(std::vector<MountedDisk>* disks) override;
   StatusCode FormatVolume(const std::u16string& mountPoint, uint32_t selector) override;
-  StatusCode StartService() override;
+  StatusCode StartDeviceHostService() override;
 
  private:
   // Records the call and takes its answer; the caller holds the lock.
