@@ -16,7 +16,6 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
-#include <deque>
 #include <functional>
 #include <string>
 #include <vector>
