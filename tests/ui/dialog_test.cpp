@@ -6,6 +6,7 @@
 
 #include <thread>
 
+#include "services/window_ref_win.h"
 #include "support/test_dialogs.h"
 #include "support/ui_harness.h"
 
@@ -64,10 +65,10 @@ TEST_F(DialogTest, PromptGoesThroughTheServiceWithTextCaptionAndFlags)
   Click(window, IDC_ASK);
   ASSERT_EQ(prompts_.Prompts().size(), 1u);
   const auto& prompt = prompts_.Prompts()[0];
-  EXPECT_EQ(prompt.owner, window);
-  EXPECT_EQ(prompt.text, L"Do you want to proceed?");
-  EXPECT_EQ(prompt.caption, L"Harness caption");
-  EXPECT_EQ(prompt.flags, static_cast<UINT>(MB_YESNO | MB_ICONWARNING));
+  EXPECT_EQ(prompt.owner, ToWindowRef(window));
+  EXPECT_EQ(prompt.text, u"Do you want to proceed?");
+  EXPECT_EQ(prompt.caption, u"Harness caption");
+  EXPECT_EQ(prompt.flags, static_cast<uint32_t>(MB_YESNO | MB_ICONWARNING));
   EXPECT_EQ(ControlText(window, IDC_ANSWER), L"Yes");
 
   prompts_.Answer(IDNO);
@@ -108,8 +109,8 @@ TEST_F(DialogTest, ModalValidationKeepsTheDialogOpenWithAnErrorPrompt)
                                   });
   EXPECT_EQ(result, IDCANCEL);
   ASSERT_EQ(prompts_.Prompts().size(), 1u);
-  EXPECT_EQ(prompts_.Prompts()[0].text, L"Please enter a name.");
-  EXPECT_EQ(prompts_.Prompts()[0].flags, static_cast<UINT>(MB_OK | MB_ICONERROR));
+  EXPECT_EQ(prompts_.Prompts()[0].text, u"Please enter a name.");
+  EXPECT_EQ(prompts_.Prompts()[0].flags, static_cast<uint32_t>(MB_OK | MB_ICONERROR));
   EXPECT_TRUE(dialog.name.empty());
 }
 

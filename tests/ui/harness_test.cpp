@@ -1,5 +1,6 @@
 // The harness's own guarantees: an unexpected modal box or a modal window nobody closes
-// fails the test instead of hanging it, and unscripted or unused prompts are failures too.
+// fails the test instead of hanging it, and unscripted or unused prompts are failures too, as
+// are file dialogs, shell calls, help and program starts that nobody scripted.
 #include <gtest/gtest-spi.h>
 
 #include "support/test_dialogs.h"
@@ -24,7 +25,7 @@ TEST_F(HarnessTest, SystemServiceIsCaughtByTheBackstopToo)
 {
   // With the system's message box behind the service, a prompt becomes a real box.
   CMessageBoxService* const scripted = ReplaceMessageBoxService(nullptr);
-  EXPECT_NONFATAL_FAILURE(ShowMessageBox(nullptr, L"Real box text", L"Real box", MB_OK),
+  EXPECT_NONFATAL_FAILURE(ShowMessageBox(nullptr, u"Real box text", u"Real box", kMbOk),
                           "Real box text");
   ReplaceMessageBoxService(scripted);
   EXPECT_EQ(backstop_.Caught(), 1);
@@ -57,9 +58,28 @@ TEST_F(HarnessTest, ModalWindowNobodyClosesFailsAtTheTimeLimit)
 TEST_F(HarnessTest, UnscriptedPromptFailsAndIsAnsweredCancel)
 {
   int answer = 0;
-  EXPECT_NONFATAL_FAILURE(answer = ShowMessageBox(nullptr, L"Surprise", L"Caption", MB_YESNO),
+  EXPECT_NONFATAL_FAILURE(answer = ShowMessageBox(nullptr, u"Surprise", u"Caption", kMbYesNo),
                           "unscripted message box: \"Caption\" \"Surprise\"");
   EXPECT_EQ(answer, IDCANCEL);
+}
+
+TEST_F(HarnessTest, EveryServiceIsScriptedSoNoRealDialogOrProgramAppears)
+{
+  FileDialogRequest request;
+  request.fileName = u"disk.qvi";
+  EXPECT_NONFATAL_FAILURE(ChooseFileToOpen(request),
+                          "unscripted open-file dialog starting at \"disk.qvi\"");
+  EXPECT_NONFATAL_FAILURE(ShellFormatDrive(nullptr, 15, kShFmtIdDefault, kShFmtOptFull),
+                          "unscripted format of drive number 15");
+  EXPECT_NONFATAL_FAILURE(ShowHelpTopic(nullptr, 114), "unscripted help topic 114");
+  ProcessStartRequest monitor;
+  monitor.commandLine = u"ctellmon.exe";
+  EXPECT_NONFATAL_FAILURE(StartProcess(monitor, nullptr),
+                          "unscripted start of \"\" \"ctellmon.exe\"");
+  EXPECT_EQ(fileDialogs_.Calls().size(), 1u);
+  EXPECT_EQ(shell_.Calls().size(), 1u);
+  EXPECT_EQ(help_.Calls().size(), 1u);
+  EXPECT_EQ(processes_.Requests().size(), 1u);
 }
 
 TEST_F(HarnessTest, UnusedScriptedAnswerFails)

@@ -7,18 +7,19 @@
 #include <string>
 #include <vector>
 
+#include "services/message_box.h"
+#include "system/wide_text_win.h"
 #include "tools/screenshot/capture.h"
-#include "ui/message_box.h"
 
 namespace {
 
 // A scene must never wait for an answer: any prompt is refused and reported.
 class CRefusingMessageBox final : public CMessageBoxService {
  public:
-  int Show(HWND, const std::wstring& text, const std::wstring&, UINT) override
+  int Show(WindowRef, const std::u16string& text, const std::u16string&, uint32_t) override
   {
-    fwprintf(stderr, L"screenshot: a scene asked \"%ls\"; answered Cancel\n", text.c_str());
-    return IDCANCEL;
+    fwprintf(stderr, L"screenshot: a scene asked \"%ls\"; answered Cancel\n", Wide(text));
+    return kIdCancel;
   }
 };
 

@@ -2,7 +2,7 @@
 
 #include <commctrl.h>
 
-#include "ui/message_box.h"
+#include "services/message_box.h"
 #include "ui/strings.h"
 
 CHarnessTestDlg::~CHarnessTestDlg() = default;

@@ -77,29 +77,6 @@ void CALLBACK RunScriptWhenUp(HWND, UINT, UINT_PTR, DWORD)
 
 }  // namespace
 
-CScriptedMessageBoxes::CScriptedMessageBoxes() : previous_(ReplaceMessageBoxService(this)) {}
-
-CScriptedMessageBoxes::~CScriptedMessageBoxes()
-{
-  ReplaceMessageBoxService(previous_);
-  if (!answers_.empty()) {
-    ADD_FAILURE() << answers_.size() << " scripted message-box answer(s) were not used";
-  }
-}
-
-int CScriptedMessageBoxes::Show(HWND owner, const std::wstring& text, const std::wstring& caption,
-                                UINT flags)
-{
-  prompts_.push_back({owner, text, caption, flags});
-  if (answers_.empty()) {
-    ADD_FAILURE() << "unscripted message box: \"" << caption << "\" \"" << text << "\"";
-    return IDCANCEL;
-  }
-  const int answer = answers_.front();
-  answers_.pop_front();
-  return answer;
-}
-
 CRecordedHandlerFailures::CRecordedHandlerFailures()
     : previous_(ReplaceHandlerFailureReporter(this))
 {

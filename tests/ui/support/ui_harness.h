@@ -1,8 +1,9 @@
 // The headless harness for user-interface tests under Wine's null graphics driver.
 //
 // Tests create windows and dialogs, drive them by messages (BM_CLICK, WM_SETTEXT,
-// WM_COMMAND, list-view messages) and read the controls back. Prompts go through the
-// message-box service, which the fixture replaces with a script of answers. Two backstops
+// WM_COMMAND, list-view messages) and read the controls back. Prompts, file dialogs, shell
+// calls, help and process starts go through their services (services/), which the fixture
+// replaces with scripts of answers: a call nobody scripted fails the test. Two backstops
 // turn what would hang the run into a failed test:
 //   - a thread CBT hook fails the test and closes any dialog box that is not one of the
 //     framework's windows (a MessageBoxW that bypassed the service, a common dialog);
@@ -15,44 +16,18 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
-#include <deque>
 #include <functional>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "support/scripted_file_dialogs.h"
+#include "support/scripted_help.h"
+#include "support/scripted_message_boxes.h"
+#include "support/scripted_processes.h"
+#include "support/scripted_shell.h"
 #include "ui/handler_failure.h"
 #include "ui/handles.h"
-#include "ui/message_box.h"
-
-// Replaces the message-box service for its lifetime: records every prompt and answers from
-// a script. A prompt without a scripted answer fails the test and is answered IDCANCEL;
-// answers left unused at the end fail it too.
-class CScriptedMessageBoxes final : public CMessageBoxService {
- public:
-  struct Prompt {
-    HWND owner;
-    std::wstring text;
-    std::wstring caption;
-    UINT flags;
-  };
-
-  CScriptedMessageBoxes();
-  ~CScriptedMessageBoxes();
-  CScriptedMessageBoxes(const CScriptedMessageBoxes&) = delete;
-  CScriptedMessageBoxes& operator=(const CScriptedMessageBoxes&) = delete;
-
-  // Queues the answer (IDYES, IDNO, IDOK...) for the next prompt.
-  void Answer(int button) { answers_.push_back(button); }
-  const std::vector<Prompt>& Prompts() const { return prompts_; }
-
-  int Show(HWND owner, const std::wstring& text, const std::wstring& caption, UINT flags) override;
-
- private:
-  CMessageBoxService* previous_;
-  std::deque<int> answers_;
-  std::vector<Prompt> prompts_;
-};
 
 // Replaces the handler-failure reporter for its lifetime and records every report (an
 // exception a handler threw and the barrier caught). Reports that the test does not take
@@ -119,9 +94,9 @@ class CModalWatchdog {
   int fired_ = 0;
 };
 
-// The fixture of every user-interface test: common controls initialised, scripted message
-// boxes, recorded handler failures and both backstops. (Window objects destroy the windows they
-// outlive.)
+// The fixture of every user-interface test: common controls initialised, every replaceable
+// service scripted, handler failures recorded, and both backstops. (Window objects destroy
+// the windows they outlive.)
 class UiTest : public ::testing::Test {
  protected:
   UiTest();
@@ -129,6 +104,10 @@ class UiTest : public ::testing::Test {
 
   CScriptedMessageBoxes prompts_;
   CRecordedHandlerFailures handlerFailures_;
+  CScriptedFileDialogs fileDialogs_;
+  CScriptedShell shell_;
+  CScriptedHelp help_;
+  CScriptedProcesses processes_;
   CUnexpectedBoxBackstop backstop_;
   CModalWatchdog watchdog_{std::chrono::seconds(20)};
 };
