@@ -79,8 +79,10 @@ class ArgumentsByKind {
   }
 
  private:
+  // The position from which to look for the next argument, one per kind.
+  static constexpr size_t kKinds = static_cast<size_t>(TextArg::Kind::kReal) + 1;
   std::initializer_list<TextArg> args_;
-  size_t next_[4] = {};
+  size_t next_[kKinds] = {};
 };
 
 bool IsDigit(char16_t c)

@@ -21,7 +21,7 @@
 
 class TextArg {
  public:
-  enum class Kind { kText, kCharacter, kInteger, kReal };
+  enum class Kind { kText, kCharacter, kInteger, kReal };  // kReal stays the last
 
   TextArg(std::u16string_view text) : kind_(Kind::kText), text_(text) {}
   TextArg(const char16_t* text) : kind_(Kind::kText), text_(text) {}
