@@ -1,15 +1,11 @@
 #include "app/display_text.h"
 
+#include "app/size_units.h"
 #include "res/format_text.h"
 #include "res/resource.h"
 #include "res/texts.h"
 
 namespace {
-
-constexpr uint64_t kKilobyte = 1ull << 10;
-constexpr uint64_t kMegabyte = 1ull << 20;
-constexpr uint64_t kGigabyte = 1ull << 30;
-constexpr uint64_t kTerabyte = 1ull << 40;
 
 constexpr uint32_t kSecondsPerMinute = 60;
 constexpr uint32_t kSecondsPerHour = 3600;
@@ -35,10 +31,10 @@ std::u16string FormatSizeText(uint64_t bytes, bool precise)
                       {static_cast<double>(bytes) / static_cast<double>(kGigabyte)});
   }
   if (bytes >= kMegabyte) {
-    return FormatText(precise ? u"%.1f MB" : u"%.0f MB", {static_cast<double>(bytes >> 20)});
+    return FormatText(precise ? u"%.1f MB" : u"%.0f MB", {static_cast<double>(bytes / kMegabyte)});
   }
   if (bytes >= kKilobyte) {
-    return FormatText(precise ? u"%.1f KB" : u"%.0f KB", {static_cast<double>(bytes >> 10)});
+    return FormatText(precise ? u"%.1f KB" : u"%.0f KB", {static_cast<double>(bytes / kKilobyte)});
   }
   return FormatText(u"%u", {static_cast<uint32_t>(bytes)});
 }

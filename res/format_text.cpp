@@ -28,36 +28,62 @@ std::u16string Real(double value, int precision)
   return LocaleTextToUtf16(std::string_view(buffer, static_cast<size_t>(length)));
 }
 
-// The text of one directive for its argument; false when the argument does not fit.
+// The kind of argument a conversion letter takes; false for a letter that is no directive.
+bool KindOf(char16_t conversion, TextArg::Kind* kind)
+{
+  switch (conversion) {
+    case u's': *kind = TextArg::Kind::kText; return true;
+    case u'c': *kind = TextArg::Kind::kCharacter; return true;
+    case u'u':
+    case u'X':
+    case u'i':
+    case u'd': *kind = TextArg::Kind::kInteger; return true;
+    case u'f': *kind = TextArg::Kind::kReal; return true;
+    default: return false;
+  }
+}
+
+// The text of one directive for an argument of its kind; false when the number does not
+// fit (a negative one for "%u" or "%X").
 bool Convert(char16_t conversion, int precision, const TextArg& arg, std::u16string& out)
 {
   switch (conversion) {
-    case u's':
-      if (arg.kind() != TextArg::Kind::kText) return false;
-      out += arg.text();
-      return true;
-    case u'c':
-      if (arg.kind() != TextArg::Kind::kCharacter) return false;
-      out += arg.character();
-      return true;
+    case u's': out += arg.text(); return true;
+    case u'c': out += arg.character(); return true;
     case u'u':
     case u'X':
-      if (arg.kind() != TextArg::Kind::kInteger || arg.negative()) return false;
+      if (arg.negative()) return false;
       out += Digits(arg.magnitude(), conversion == u'u' ? 10 : 16);
       return true;
     case u'i':
     case u'd':
-      if (arg.kind() != TextArg::Kind::kInteger) return false;
       if (arg.negative()) out += u'-';
       out += Digits(arg.magnitude(), 10);
       return true;
-    case u'f':
-      if (arg.kind() != TextArg::Kind::kReal) return false;
-      out += Real(arg.real(), precision < 0 ? 6 : precision);
-      return true;
-    default: return false;
+    default: out += Real(arg.real(), precision < 0 ? 6 : precision); return true;
   }
 }
+
+// Hands out the arguments of each kind in their order.
+class ArgumentsByKind {
+ public:
+  explicit ArgumentsByKind(std::initializer_list<TextArg> args) : args_(args) {}
+
+  // The next argument of `kind`, or null when none is left.
+  const TextArg* Next(TextArg::Kind kind)
+  {
+    size_t& at = next_[static_cast<size_t>(kind)];
+    while (at < args_.size() && args_.begin()[at].kind() != kind) ++at;
+    if (at == args_.size()) return nullptr;
+    return &args_.begin()[at++];
+  }
+
+ private:
+  // The position from which to look for the next argument, one per kind.
+  static constexpr size_t kKinds = static_cast<size_t>(TextArg::Kind::kReal) + 1;
+  std::initializer_list<TextArg> args_;
+  size_t next_[kKinds] = {};
+};
 
 bool IsDigit(char16_t c)
 {
@@ -69,7 +95,7 @@ bool IsDigit(char16_t c)
 std::u16string FormatText(std::u16string_view pattern, std::initializer_list<TextArg> args)
 {
   std::u16string out;
-  const TextArg* next = args.begin();
+  ArgumentsByKind byKind(args);
   size_t i = 0;
   while (i < pattern.size()) {
     if (pattern[i] != u'%') {
@@ -99,13 +125,13 @@ std::u16string FormatText(std::u16string_view pattern, std::initializer_list<Tex
       out += u'%';
       continue;
     }
-    if (std::u16string_view(u"scuXidf").find(conversion) == std::u16string_view::npos ||
-        (precision >= 0 && conversion != u'f')) {
+    TextArg::Kind kind;
+    if (!KindOf(conversion, &kind) || (precision >= 0 && conversion != u'f')) {
       out += directive;
       continue;
     }
-    if (next == args.end() || !Convert(conversion, precision, *next, out)) out += directive;
-    if (next != args.end()) ++next;
+    const TextArg* arg = byKind.Next(kind);
+    if (arg == nullptr || !Convert(conversion, precision, *arg, out)) out += directive;
   }
   return out;
 }

@@ -3,10 +3,14 @@
 // "%i"/"%d" signed decimal, "%f"/"%.Nf" floating point with N decimals (default 6) and the
 // decimal point of the process locale, and "%%" for a percent sign.
 //
-// Each directive takes the next argument. A directive whose argument is missing or of
-// another kind (text for "%u", a negative number for "%u" or "%X", ...) is copied as it
-// stands and still uses its argument up; an unknown directive is copied and takes none.
-// Inserted texts are never scanned for directives.
+// Each directive takes the next argument of its own kind: text for "%s", a character for
+// "%c", an integer for "%u", "%X", "%i" and "%d", a real for "%f". Arguments of one kind
+// keep their order, and a text may leave out an insertion that the caller offers: a fallback
+// text that shows only the code ("Operation failed.\nError code: %X") is filled from the
+// same subject and code as one that shows both. A directive with no argument of its kind
+// left, or with a negative number for "%u" or "%X", is copied as it stands (the number is
+// used up); an unknown directive is copied and takes none. Inserted texts are never scanned
+// for directives.
 #pragma once
 
 #include <concepts>
@@ -17,7 +21,7 @@
 
 class TextArg {
  public:
-  enum class Kind { kText, kCharacter, kInteger, kReal };
+  enum class Kind { kText, kCharacter, kInteger, kReal };  // kReal stays the last
 
   TextArg(std::u16string_view text) : kind_(Kind::kText), text_(text) {}
   TextArg(const char16_t* text) : kind_(Kind::kText), text_(text) {}

@@ -5,10 +5,9 @@
 #include <clocale>
 #include <cstdint>
 
-namespace {
+#include "app/size_units.h"
 
-constexpr uint64_t kGigabyte = 1ull << 30;
-constexpr uint64_t kTerabyte = 1ull << 40;
+namespace {
 
 // Numbers with the C locale's decimal point, whatever the test process started with.
 class DisplayText : public ::testing::Test {

@@ -55,14 +55,36 @@ TEST(FormatText, PercentSignAndUnknownDirectivesStay)
   EXPECT_EQ(FormatText(u"%.2u", {5u}), u"%.2u");
 }
 
+TEST(FormatText, DirectivesTakeTheArgumentsOfTheirKindInOrder)
+{
+  EXPECT_EQ(FormatText(u"%u then %s", {u"text", 7u}), u"7 then text");
+  EXPECT_EQ(FormatText(u"%s, %u, %s, %u", {u"a", u"b", 1u, 2u}), u"a, 1, b, 2");
+  EXPECT_EQ(FormatText(u"%c%.1f%X", {2.5, 255u, u'Z'}), u"Z2.5FF");
+}
+
+TEST(FormatText, ATextMayLeaveOutAnOfferedInsertion)
+{
+  // Fallback texts are filled from the subject and the code whether they show both or not.
+  EXPECT_EQ(FormatText(u"Clearing of image failed.\nError code: %X", {u"d.qvi", 0x4000000Du}),
+            u"Clearing of image failed.\nError code: 4000000D");
+  EXPECT_EQ(FormatText(u"Cannot mount %s.\nError code: %X", {u"d.qvi", 0x40050013u}),
+            u"Cannot mount d.qvi.\nError code: 40050013");
+  EXPECT_EQ(FormatText(u"No insertions", {u"d.qvi", 5u}), u"No insertions");
+}
+
 TEST(FormatText, MissingOrMismatchedArgumentsKeepTheDirective)
 {
   EXPECT_EQ(FormatText(u"%s and %u", {u"one"}), u"one and %u");
-  EXPECT_EQ(FormatText(u"%u then %s", {u"text", u"more"}), u"%u then more");
+  EXPECT_EQ(FormatText(u"%s and %s", {u"one", 2u}), u"one and %s");
   EXPECT_EQ(FormatText(u"%u", {-1}), u"%u");
   EXPECT_EQ(FormatText(u"%X", {-1}), u"%X");
   EXPECT_EQ(FormatText(u"%c", {65u}), u"%c");
   EXPECT_EQ(FormatText(u"%f", {1u}), u"%f");
+}
+
+TEST(FormatText, ANegativeNumberRefusedByOneDirectiveIsUsedUp)
+{
+  EXPECT_EQ(FormatText(u"%u, %u", {-1, 2u}), u"%u, 2");
 }
 
 TEST(FormatText, InsertedTextIsNotScannedAgain)

@@ -1,45 +1,10 @@
-// Capacity texts: the wizard's reading rules and the tool's limits.
+// Capacities on the command line: the wizard's reading rules (tested with the wizard) as the
+// tool applies them, and the tool's capacity text.
 // Suites carry the tool's name so that `ctest -R ctellimg` selects them with the
 // end-to-end test.
 #include <gtest/gtest.h>
 
 #include "tools/ctellimg/capacity.h"
-
-TEST(ctellimgCapacityText, ReadsTheThreeUnits)
-{
-  EXPECT_EQ(ParseCapacityText("64 MB"), 64ull << 20);
-  EXPECT_EQ(ParseCapacityText("2 GB"), 2ull << 30);
-  EXPECT_EQ(ParseCapacityText("1.5 TB"), 1649267441664ull);
-  EXPECT_EQ(ParseCapacityText("64MB"), 64ull << 20);
-  EXPECT_EQ(ParseCapacityText("  8 MB \t"), 8ull << 20);
-}
-
-TEST(ctellimgCapacityText, UnitIsExactAndCaseSensitive)
-{
-  EXPECT_EQ(ParseCapacityText("64 mb"), 0u);
-  EXPECT_EQ(ParseCapacityText("64 Mb"), 0u);
-  EXPECT_EQ(ParseCapacityText("64"), 0u);
-  EXPECT_EQ(ParseCapacityText("64 KB"), 0u);
-  EXPECT_EQ(ParseCapacityText(""), 0u);
-  EXPECT_EQ(ParseCapacityText("B"), 0u);
-}
-
-TEST(ctellimgCapacityText, NumberReadsFromTheStart)
-{
-  // The number is read up to the first character that does not belong to it.
-  EXPECT_EQ(ParseCapacityText("100 k MB"), 104857600u);
-  EXPECT_EQ(ParseCapacityText("abc GB"), 0u);
-  EXPECT_EQ(ParseCapacityText("5.5 MB"), 5767168u);
-  EXPECT_EQ(ParseCapacityText("1000 GB"), 1073741824000u);
-}
-
-TEST(ctellimgCapacityText, ValuesAConversionWouldLeaveUndefined)
-{
-  EXPECT_EQ(ParseCapacityText("-5 MB"), 0u);
-  EXPECT_EQ(ParseCapacityText("nan MB"), 0u);
-  EXPECT_EQ(ParseCapacityText("inf TB"), UINT64_MAX);
-  EXPECT_EQ(ParseCapacityText("1e30 TB"), UINT64_MAX);
-}
 
 TEST(ctellimgCapacityChoice, ClampsAndRoundsLikeTheWizard)
 {

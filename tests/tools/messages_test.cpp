@@ -55,6 +55,19 @@ TEST(ctellimgFailureMessages, PasswordAndClearFallbacks)
             "Cannot open d.qvi.\nVirtual disk image volume file is missing.");
 }
 
+TEST(ctellimgFailureMessages, CancelledClearHasNoMessageButTheReportHasTheCode)
+{
+  EXPECT_EQ(FailureMessage(Activity::kClear, 0x40050008, "d.qvi"), "");
+  EXPECT_EQ(FailureReport(Activity::kClear, 0x40050008, "d.qvi"), "Error code: 40050008");
+}
+
+TEST(ctellimgFailureMessages, DeviceHostCodesAreWordedAsTheProgramDoes)
+{
+  EXPECT_EQ(FailureMessage(Activity::kOpen, 0x4006000A, "d.qvi"),
+            "Cannot connect to driver. Please re-install the application if the problem persists.");
+  EXPECT_EQ(FailureReport(Activity::kOpen, 0x4006000B, "d.qvi"), "Error code: 4006000B");
+}
+
 TEST(ctellimgFailureMessages, ReportAddsTheCodeOnce)
 {
   const std::string wrong = FailureReport(Activity::kOpen, 0x4005000B, "d.qvi");

@@ -1,22 +1,9 @@
-// Capacity texts of the image tool, read by the same rules as the new-image wizard's
-// capacity box: a number (a decimal fraction is allowed) followed by the binary unit
-// "MB", "GB" or "TB", exactly in that spelling.
+// Capacities on the image tool's command line, read by the rules of the new-image wizard's
+// capacity box (wizard/capacity.h), and shown in the tool's reports.
 #pragma once
 
 #include <cstdint>
 #include <string>
-
-inline constexpr uint64_t kMegabyte = 1ull << 20;
-inline constexpr uint64_t kGigabyte = 1ull << 30;
-inline constexpr uint64_t kTerabyte = 1ull << 40;
-inline constexpr uint64_t kMinimumCapacity = 4 * kMegabyte;
-inline constexpr uint64_t kMaximumCapacity = 2 * kTerabyte;
-
-// Reads a capacity text: trims white space, takes the unit from the last two characters
-// ("MB", "GB", "TB", case-sensitive) and the number from the start, and truncates the
-// product to bytes. 0 when there is no unit or the number does not read; a number beyond
-// what 64 bits hold gives UINT64_MAX, a negative one 0.
-uint64_t ParseCapacityText(const std::string& text);
 
 struct CapacityChoice {
   uint64_t bytes = 0;     // 0 when the text is refused

@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <memory>
 
+#include "app/clear_image.h"
 #include "crypto/keys.h"
 #include "image/image.h"
 #include "image/image_handle.h"
@@ -328,7 +329,7 @@ int Clear(const Options& options, const std::u16string& path)
   StatusCode status = ImgGetProperties(handle, &properties);
   if (!IsFailure(status) && !options.yes) {
     std::string question = "Every byte of data in " + options.image + " will be lost.\n";
-    if ((properties.flags & kImageFixed) != 0 && properties.capacity >= 0x10000000) {
+    if (ClearTakesLong((properties.flags & kImageFixed) != 0, properties.capacity)) {
       const std::string longTime = ProgramText(IDS_CLEAR_TAKES_LONG);
       question += longTime.substr(0, longTime.find('\n')) + "\n";
     }

@@ -1,93 +1,56 @@
 #include "tools/ctellimg/messages.h"
 
-#include <cstdio>
-
+#include "app/operation_error.h"
+#include "res/format_text.h"
 #include "res/resource.h"
 #include "res/texts.h"
 #include "system/utf.h"
+#include "wizard/creation_failure.h"
 
 namespace {
 
-std::string Hex(StatusCode status)
+std::string Utf8(const std::u16string& text)
 {
-  char text[16];
-  std::snprintf(text, sizeof text, "%X", status);
-  return text;
+  return Utf16ToUtf8(text.c_str());
 }
 
-// The texts hold "%s" for the path and "%X" for the code; a path may itself hold either,
-// so each is put in once, from the left, and the inserted text is not looked at again.
-std::string Fill(const std::string& format, const std::string& image, StatusCode status)
+// The tool has no device host to start: for the not-running code it prints only the code.
+std::string ChoiceText(const OperationErrorChoice& choice)
 {
-  std::string text;
-  for (size_t i = 0; i < format.size(); ++i) {
-    if (format.compare(i, 2, "%s") == 0) {
-      text += image;
-      ++i;
-    } else if (format.compare(i, 2, "%X") == 0) {
-      text += Hex(status);
-      ++i;
-    } else {
-      text += format[i];
-    }
-  }
-  return text;
-}
-
-// The string id of the program's own text for a failed open; 0 when it has none.
-unsigned OpenText(StatusCode status)
-{
-  switch (status) {
-    case kSysAccessDenied: return IDS_OPEN_ACCESS_DENIED;
-    case kImgInvalidPassword:
-    case kImgWrongPassword: return IDS_OPEN_WRONG_PASSWORD;
-    case kImgVolumeMissing: return IDS_OPEN_VOLUME_MISSING;
-    default: return 0;
-  }
-}
-
-unsigned CreateText(StatusCode status)
-{
-  switch (status) {
-    case kSysAccessDenied: return IDS_CREATE_ACCESS_DENIED;
-    case kSysWriteFault: return IDS_CREATE_WRITE_FAULT;
-    case kSysDiskFull: return IDS_CREATE_DISK_FULL;
-    case kSysCannotCreate: return IDS_CREATE_NO_PRIVILEGE;
-    default: return 0;
-  }
-}
-
-// The program's own text when it has one, else the fallback, filled in.
-std::string Message(unsigned own, unsigned fallback, const std::string& image, StatusCode status)
-{
-  return Fill(ProgramText(own != 0 ? own : fallback), image, status);
+  return choice.startDeviceHost ? std::string() : Utf8(choice.prompt.text);
 }
 
 }  // namespace
 
 std::string ProgramText(unsigned id)
 {
-  return Utf16ToUtf8(LoadText(id).c_str());
+  return Utf8(LoadText(id));
 }
 
 std::string FailureMessage(Activity activity, StatusCode status, const std::string& image)
 {
+  const std::u16string subject = Utf8ToUtf16(image);
   switch (activity) {
-    case Activity::kCreate:
-      if (status == kImgCancelled) return std::string();
-      return Message(CreateText(status), IDS_OPERATION_FAILED, image, status);
-    case Activity::kChangePassword:
-      return Message(OpenText(status), IDS_CANNOT_CHANGE_PASSWORD, image, status);
-    case Activity::kClear: return Message(OpenText(status), IDS_CLEAR_FAILED, image, status);
+    case Activity::kCreate: {
+      const std::optional<Prompt> prompt = CreationFailure(status, subject);
+      return prompt ? Utf8(prompt->text) : std::string();
+    }
+    case Activity::kChangePassword: return ChoiceText(ChangePasswordFailure(status, subject));
+    case Activity::kClear: {
+      const std::optional<OperationErrorChoice> choice = ClearFailure(status, subject);
+      return choice ? ChoiceText(*choice) : std::string();
+    }
     case Activity::kOpen:
-    default: return Message(OpenText(status), IDS_OPERATION_FAILED, image, status);
+    default:
+      return ChoiceText(
+          ChooseOperationError(status, IDS_ERROR_CAPTION, IDS_OPERATION_FAILED, subject));
   }
 }
 
 std::string FailureReport(Activity activity, StatusCode status, const std::string& image)
 {
   std::string message = FailureMessage(activity, status, image);
-  const std::string codeLine = "Error code: " + Hex(status);
+  const std::string codeLine = Utf8(FormatText(u"Error code: %X", {status}));
   if (message.find(codeLine) == std::string::npos) {
     if (!message.empty()) message += "\n";
     message += codeLine;

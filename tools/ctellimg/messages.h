@@ -10,9 +10,11 @@
 // What the tool was doing when the status came back; it picks the fallback text.
 enum class Activity { kOpen, kCreate, kChangePassword, kClear };
 
-// The message for a failure, with `image` in place of the path. Codes the program words
-// itself get their own text; the rest get the activity's general text with the code.
-// Empty for a cancelled creation, which the program reports with no message.
+// The message for a failure, with `image` in place of the path, as the program chooses it
+// (app/operation_error.h, wizard/creation_failure.h). Codes the program words itself get
+// their own text; the rest get the activity's general text with the code. Empty for a
+// cancelled creation or clearing, which the program reports with no message, and for the
+// device host's not-running code, on which the tool cannot act.
 std::string FailureMessage(Activity activity, StatusCode status, const std::string& image);
 
 // The message followed by a line "Error code: %X" unless it already holds the code.
