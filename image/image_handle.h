@@ -9,7 +9,11 @@
 #include "image/table_cache.h"
 
 struct ImageHandle {
-  uint32_t flags = 0;
+  uint32_t flags = 0;  // the descriptor's image flags as loaded
+  // kStatusInformation when the open accepted an informational result of loading, else 0.
+  // Kept apart from `flags`: in the descriptor the same bit means "never mark in use", and
+  // clearing writes `flags` back into a new descriptor. Only the properties report both.
+  uint32_t information = 0;
   Guid imageIdentifier{};
   uint64_t capacity = 0;
   uint32_t blockSize = 0;

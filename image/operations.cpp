@@ -122,6 +122,8 @@ StatusCode LoadImageState(ImageHandle& handle)
   status = handle.tableCache->Allocate();
   int slot = 0;
   if (!IsFailure(status)) status = handle.tableCache->Load(0, &slot);
+  // A cache that could not be set up is released at once, not left to the handle.
+  if (IsFailure(status)) handle.tableCache.reset();
   return status;
 }
 
@@ -220,7 +222,7 @@ StatusCode ImgOpen(const char16_t* path, uint32_t openFlags, const uint8_t* head
     if (!IsFailure(status)) status = LinkFurtherVolumes(set, innerFlags);
     if (!IsFailure(status)) status = LoadImageState(*opened);
     if (status == kStatusInformation && (openFlags & kOpenAcceptInformation) != 0) {
-      opened->flags |= kStatusInformation;
+      opened->information = kStatusInformation;
     }
   } catch (const std::bad_alloc&) {
     status = kImgOutOfMemory;
@@ -240,7 +242,8 @@ StatusCode ImgGetProperties(const ImageHandle* handle, ImageProperties* properti
   if (handle == nullptr || properties == nullptr) return kImgInvalidParameter;
   if (properties->recordSize < sizeof(ImageProperties)) return kImgBufferTooSmall;
   const ImageSet& set = handle->set;
-  properties->flags = handle->flags | (set.IsReadOnly() ? kPropertyReadOnly : 0);
+  properties->flags =
+      handle->flags | handle->information | (set.IsReadOnly() ? kPropertyReadOnly : 0);
   properties->imageIdentifier = handle->imageIdentifier;
   properties->creationTime = handle->creationTime;
   properties->lastOpenTime = handle->lastOpenTime;
