@@ -26,12 +26,9 @@ class TableCache {
   // Writes every changed slot back, in slot order, stopping at the first failure.
   StatusCode Flush();
 
+  // A slot's table block, and the mark that it was changed and must be written back.
   uint8_t* SlotData(int slot) { return slots_[slot].data; }
-  uint32_t SlotBlock(int slot) const { return slots_[slot].block; }
   void MarkChanged(int slot) { slots_[slot].changed = true; }
-  bool IsChanged(int slot) const { return slots_[slot].changed; }
-  // The slot named at order position `position`, or -1 when the position is empty.
-  int OrderAt(int position) const { return order_[position]; }
   uint32_t TableBlocks() const { return tableBlocks_; }
 
  private:
