@@ -7,6 +7,8 @@
 
 #include <vector>
 
+#include "image/image_handle.h"
+#include "support/image_fixture.h"
 #include "system/file.h"
 
 namespace {
@@ -71,4 +73,22 @@ TEST_F(FilesInMemory, OnlySharedReadersCoexist)
   ASSERT_EQ(SysOpenFile(u"/m/s", kFileWritable, &first), 0u);
   EXPECT_EQ(SysOpenFile(u"/m/s", kFileShareRead, &second), 0x40000008u);
   ASSERT_EQ(SysCloseFile(first), 0u);
+}
+
+// The whole image container runs on files in memory, as the fuzz targets use it.
+TEST_F(FilesInMemory, AnImageIsMadeOpenedAndClosedInMemory)
+{
+  const std::u16string path = u"/m/image.qvi";
+  const ImageKeys keys;
+  ASSERT_EQ(CreateImage(path, keys, CreateParams(4ull << 20)), 0u);
+  std::vector<uint8_t> stored;
+  ASSERT_TRUE(GetFileInMemory(path, &stored));
+  EXPECT_GT(stored.size(), 4096u);
+  ImageKeyInfo info{sizeof info};
+  ASSERT_EQ(ImgGetKeyInfo(path.c_str(), &info), 0u);
+  EXPECT_EQ(info.keyLength, 32u);
+  ImageHandle* handle = nullptr;
+  ASSERT_EQ(OpenImage(path, keys, &handle, kOpenReadOnly), 0u);
+  EXPECT_EQ(handle->capacity, 4ull << 20);
+  EXPECT_EQ(ImgClose(handle, 0), 0u);
 }
