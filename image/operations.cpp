@@ -15,6 +15,19 @@ struct UnitBuffer {
   ~UnitBuffer() { SysRelease(data); }
 };
 
+// Handles live in memory from the allocation routine, like the rest of the container's.
+ImageHandle* NewHandle()
+{
+  void* memory = SysAllocate(sizeof(ImageHandle), kAllocZeroed | kAllocPageable);
+  return memory != nullptr ? new (memory) ImageHandle : nullptr;
+}
+
+void DeleteHandle(ImageHandle* handle)
+{
+  handle->~ImageHandle();
+  SysRelease(handle);
+}
+
 StatusCode CreateCiphers(ImageSet& set, const uint8_t* headerKey, const uint8_t* dataKey)
 {
   StatusCode status =
@@ -207,7 +220,7 @@ StatusCode ImgOpen(const char16_t* path, uint32_t openFlags, const uint8_t* head
   if (path == nullptr || headerKey == nullptr || keyLength == 0 || handle == nullptr) {
     return kImgInvalidParameter;
   }
-  auto* opened = new (std::nothrow) ImageHandle;
+  ImageHandle* opened = NewHandle();
   if (opened == nullptr) return kImgOutOfMemory;
   StatusCode status = kStatusSuccess;
   try {
@@ -230,7 +243,7 @@ StatusCode ImgOpen(const char16_t* path, uint32_t openFlags, const uint8_t* head
   if (IsFailure(status)) {
     opened->tableCache.reset();
     CloseSet(opened->set, false);
-    delete opened;
+    DeleteHandle(opened);
     return status;
   }
   *handle = opened;
@@ -327,6 +340,6 @@ StatusCode ImgClose(ImageHandle* handle, uint32_t closeFlags)
   }
   const StatusCode status = CloseSet(set, discard);
   if (IsFailure(status) && !force) return status;
-  delete handle;
+  DeleteHandle(handle);
   return kStatusSuccess;
 }

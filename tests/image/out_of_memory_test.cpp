@@ -109,11 +109,11 @@ TEST_F(ImageOutOfMemory, OpenReleasesEverythingAndLeavesTheFileClosed)
                           EXPECT_EQ(handle, nullptr);
                           EXPECT_EQ(ReadBytes(Path()), before) << "allocation " << number;
                         });
-  // Work buffer, header buffer, header and data cipher, the descriptor's unit buffer, then
-  // the table cache's four slots.
-  const std::vector<StatusCode> expected = {kImageRefusal,  kImageRefusal, kCipherRefusal,
-                                            kCipherRefusal, kImageRefusal, kImageRefusal,
-                                            kImageRefusal,  kImageRefusal, kImageRefusal};
+  // The handle, work buffer, header buffer, header and data cipher, the descriptor's unit
+  // buffer, then the table cache's four slots.
+  const std::vector<StatusCode> expected = {
+      kImageRefusal, kImageRefusal, kImageRefusal, kCipherRefusal, kCipherRefusal,
+      kImageRefusal, kImageRefusal, kImageRefusal, kImageRefusal,  kImageRefusal};
   EXPECT_EQ(codes, expected);
   ASSERT_NE(handle, nullptr);
   FailAllocation(0);
