@@ -25,7 +25,7 @@ struct ImageHandle {
   uint64_t afterDescriptorOffset = 0;
   uint64_t infoOffset = 0;
   ImageSet set;
-  std::unique_ptr<TableCache> tableCache;
+  TableCachePtr tableCache;
 };
 
 // Writes the image stream's content anew: descriptor (marked as being created until the

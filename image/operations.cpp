@@ -130,7 +130,7 @@ StatusCode LoadImageState(ImageHandle& handle)
   status = ReadStream(set, d.infoOffset, unit.data, kUnitSize);
   if (!IsFailure(status)) status = DecodeInfoRecord(unit.data, &info);
   if (IsFailure(status) || info.tableBlocks == 0) return status;
-  handle.tableCache.reset(new (std::nothrow) TableCache(set, info.tableOffset, info.tableBlocks));
+  handle.tableCache = MakeTableCache(set, info.tableOffset, info.tableBlocks);
   if (handle.tableCache == nullptr) return kImgOutOfMemory;
   status = handle.tableCache->Allocate();
   int slot = 0;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 
 #include "image/image_set.h"
 #include "system/status.h"
@@ -46,3 +47,13 @@ class TableCache {
   Slot slots_[kSlots];
   int order_[kSlots] = {-1, -1, -1, -1};
 };
+
+// Returns a cache made by MakeTableCache to the allocation routine.
+struct TableCacheRelease {
+  void operator()(TableCache* cache) const;
+};
+using TableCachePtr = std::unique_ptr<TableCache, TableCacheRelease>;
+
+// Makes a cache (without its slots' memory, see Allocate) in memory from the allocation
+// routine; null when there is none.
+TableCachePtr MakeTableCache(ImageSet& set, uint64_t tableOffset, uint32_t tableBlocks);

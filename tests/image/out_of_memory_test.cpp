@@ -1,7 +1,7 @@
 // The image operations when the allocation routine refuses, one allocation after the other:
 // each refusal gives the out-of-memory code of the layer that asked (0x40050005 for the
-// image container's buffers and table cache, 0x40030005 passed on unchanged for a cipher
-// context), releases every block, closes every file and leaves no half-made image.
+// image container's handle, buffers and table cache, 0x40030005 passed on unchanged for a
+// cipher context), releases every block, closes every file and leaves no half-made image.
 #include <gtest/gtest.h>
 
 #include <cstring>
@@ -110,9 +110,9 @@ TEST_F(ImageOutOfMemory, OpenReleasesEverythingAndLeavesTheFileClosed)
                           EXPECT_EQ(ReadBytes(Path()), before) << "allocation " << number;
                         });
   // The handle, work buffer, header buffer, header and data cipher, the descriptor's unit
-  // buffer, then the table cache's four slots.
+  // buffer, then the table cache and its four slots.
   const std::vector<StatusCode> expected = {
-      kImageRefusal, kImageRefusal, kImageRefusal, kCipherRefusal, kCipherRefusal,
+      kImageRefusal, kImageRefusal, kImageRefusal, kCipherRefusal, kCipherRefusal, kImageRefusal,
       kImageRefusal, kImageRefusal, kImageRefusal, kImageRefusal,  kImageRefusal};
   EXPECT_EQ(codes, expected);
   ASSERT_NE(handle, nullptr);
@@ -153,10 +153,10 @@ TEST_F(ImageOutOfMemory, ClearChangesNothingUntilItHasAllItNeeds)
 
   // The two content buffers and the enciphering threads' cipher copies come before the
   // first write: refusing any of them leaves every byte as it was. The rest reload the
-  // cleared image (the descriptor's unit buffer, the four table slots): the clearing is
-  // complete by then and the image opens with the same password.
-  ASSERT_GE(codes.size(), 8u);
-  const size_t reloads = 5;
+  // cleared image (the descriptor's unit buffer, the table cache and its four slots): the
+  // clearing is complete by then and the image opens with the same password.
+  ASSERT_GE(codes.size(), 9u);
+  const size_t reloads = 6;
   EXPECT_EQ(codes[0], kImageRefusal);
   EXPECT_EQ(codes[1], kImageRefusal);
   ExpectCipherCopies(codes, 2, codes.size() - reloads);
