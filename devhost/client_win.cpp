@@ -10,10 +10,6 @@
 #include "system/memory.h"
 #include "system/wide_text_win.h"
 
-namespace {
-
-}  // namespace
-
 StatusCode ImgMountWithPassword(const char16_t* imagePath, const char16_t* mountPoint,
                                 uint32_t mountFlags, const char16_t* password)
 {

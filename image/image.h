@@ -52,6 +52,9 @@ static_assert(sizeof(ImageCreateParams) == 40);
 
 // Open flags.
 inline constexpr uint32_t kOpenReadOnly = 0x1;
+// Accept an informational result of loading the image: the open succeeds and the handle's
+// flags carry kStatusInformation. No loading step of this library reports one today; the
+// flag belongs to the interface so that callers and a future loader agree on it.
 inline constexpr uint32_t kOpenAcceptInformation = 0x2;
 inline constexpr uint32_t kOpenUnbuffered = 0x4;
 

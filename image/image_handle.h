@@ -9,7 +9,11 @@
 #include "image/table_cache.h"
 
 struct ImageHandle {
-  uint32_t flags = 0;
+  uint32_t flags = 0;  // the descriptor's image flags as loaded
+  // kStatusInformation when the open accepted an informational result of loading, else 0.
+  // Kept apart from `flags`: in the descriptor the same bit means "never mark in use", and
+  // clearing writes `flags` back into a new descriptor. Only the properties report both.
+  uint32_t information = 0;
   Guid imageIdentifier{};
   uint64_t capacity = 0;
   uint32_t blockSize = 0;
@@ -21,7 +25,7 @@ struct ImageHandle {
   uint64_t afterDescriptorOffset = 0;
   uint64_t infoOffset = 0;
   ImageSet set;
-  std::unique_ptr<TableCache> tableCache;
+  TableCachePtr tableCache;
 };
 
 // Writes the image stream's content anew: descriptor (marked as being created until the

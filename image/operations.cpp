@@ -15,6 +15,19 @@ struct UnitBuffer {
   ~UnitBuffer() { SysRelease(data); }
 };
 
+// Handles live in memory from the allocation routine, like the rest of the container's.
+ImageHandle* NewHandle()
+{
+  void* memory = SysAllocate(sizeof(ImageHandle), kAllocZeroed | kAllocPageable);
+  return memory != nullptr ? new (memory) ImageHandle : nullptr;
+}
+
+void DeleteHandle(ImageHandle* handle)
+{
+  handle->~ImageHandle();
+  SysRelease(handle);
+}
+
 StatusCode CreateCiphers(ImageSet& set, const uint8_t* headerKey, const uint8_t* dataKey)
 {
   StatusCode status =
@@ -117,11 +130,13 @@ StatusCode LoadImageState(ImageHandle& handle)
   status = ReadStream(set, d.infoOffset, unit.data, kUnitSize);
   if (!IsFailure(status)) status = DecodeInfoRecord(unit.data, &info);
   if (IsFailure(status) || info.tableBlocks == 0) return status;
-  handle.tableCache.reset(new (std::nothrow) TableCache(set, info.tableOffset, info.tableBlocks));
+  handle.tableCache = MakeTableCache(set, info.tableOffset, info.tableBlocks);
   if (handle.tableCache == nullptr) return kImgOutOfMemory;
   status = handle.tableCache->Allocate();
   int slot = 0;
   if (!IsFailure(status)) status = handle.tableCache->Load(0, &slot);
+  // A cache that could not be set up is released at once, not left to the handle.
+  if (IsFailure(status)) handle.tableCache.reset();
   return status;
 }
 
@@ -205,7 +220,7 @@ StatusCode ImgOpen(const char16_t* path, uint32_t openFlags, const uint8_t* head
   if (path == nullptr || headerKey == nullptr || keyLength == 0 || handle == nullptr) {
     return kImgInvalidParameter;
   }
-  auto* opened = new (std::nothrow) ImageHandle;
+  ImageHandle* opened = NewHandle();
   if (opened == nullptr) return kImgOutOfMemory;
   StatusCode status = kStatusSuccess;
   try {
@@ -220,7 +235,7 @@ StatusCode ImgOpen(const char16_t* path, uint32_t openFlags, const uint8_t* head
     if (!IsFailure(status)) status = LinkFurtherVolumes(set, innerFlags);
     if (!IsFailure(status)) status = LoadImageState(*opened);
     if (status == kStatusInformation && (openFlags & kOpenAcceptInformation) != 0) {
-      opened->flags |= kStatusInformation;
+      opened->information = kStatusInformation;
     }
   } catch (const std::bad_alloc&) {
     status = kImgOutOfMemory;
@@ -228,7 +243,7 @@ StatusCode ImgOpen(const char16_t* path, uint32_t openFlags, const uint8_t* head
   if (IsFailure(status)) {
     opened->tableCache.reset();
     CloseSet(opened->set, false);
-    delete opened;
+    DeleteHandle(opened);
     return status;
   }
   *handle = opened;
@@ -240,7 +255,8 @@ StatusCode ImgGetProperties(const ImageHandle* handle, ImageProperties* properti
   if (handle == nullptr || properties == nullptr) return kImgInvalidParameter;
   if (properties->recordSize < sizeof(ImageProperties)) return kImgBufferTooSmall;
   const ImageSet& set = handle->set;
-  properties->flags = handle->flags | (set.IsReadOnly() ? kPropertyReadOnly : 0);
+  properties->flags =
+      handle->flags | handle->information | (set.IsReadOnly() ? kPropertyReadOnly : 0);
   properties->imageIdentifier = handle->imageIdentifier;
   properties->creationTime = handle->creationTime;
   properties->lastOpenTime = handle->lastOpenTime;
@@ -324,6 +340,6 @@ StatusCode ImgClose(ImageHandle* handle, uint32_t closeFlags)
   }
   const StatusCode status = CloseSet(set, discard);
   if (IsFailure(status) && !force) return status;
-  delete handle;
+  DeleteHandle(handle);
   return kStatusSuccess;
 }

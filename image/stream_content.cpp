@@ -40,22 +40,18 @@ void FillEmptyTableBlocks(uint8_t* buffer)
 
 // Writes `total` bytes of the buffer's content, repeated, at the stream end in writes of
 // at most 1 MiB, reporting each write. In an encrypted set the next chunk is enciphered
-// on other threads while this one is written; `spare` is that chunk's buffer.
+// on the encryptor's threads (already started) while this one is written; `spare` is that
+// chunk's buffer.
 StatusCode WriteBulk(ImageSet& set, const uint8_t* buffer, uint64_t total, uint8_t* spare,
-                     Progress& progress)
+                     UnitEncryptor& encryptor, Progress& progress)
 {
   const uint64_t start = set.StreamEnd();
   auto chunkAt = [&](uint64_t done) {
     return static_cast<uint32_t>(std::min<uint64_t>(total - done, kChunkSize));
   };
-  UnitEncryptor encryptor;
   uint8_t* ready = set.workBuffer;
   uint8_t* next = spare;
-  if (set.IsEncrypted() && total > 0) {
-    const StatusCode status = encryptor.Start(set, EncipheringThreads());
-    if (IsFailure(status)) return status;
-    encryptor.Begin(start, buffer, ready, chunkAt(0));
-  }
+  if (set.IsEncrypted() && total > 0) encryptor.Begin(start, buffer, ready, chunkAt(0));
   for (uint64_t done = 0; done < total;) {
     const uint32_t length = chunkAt(done);
     const uint8_t* bytes = buffer;
@@ -81,10 +77,16 @@ StatusCode WriteBulk(ImageSet& set, const uint8_t* buffer, uint64_t total, uint8
 StatusCode CreateStreamContent(ImageSet& set, uint64_t capacity, uint32_t imageFlags,
                                ProgressCallback callback, void* context)
 {
+  // Everything the content needs is allocated before the first change on disk, so that a
+  // lack of memory leaves the image as it was.
   ContentBuffer buffer;
   ContentBuffer spare;
   if (buffer.data == nullptr || spare.data == nullptr) return kImgOutOfMemory;
-  StatusCode status = TruncateStream(set, 0);
+  UnitEncryptor encryptor;
+  StatusCode status =
+      set.IsEncrypted() ? encryptor.Start(set, EncipheringThreads()) : kStatusSuccess;
+  if (IsFailure(status)) return status;
+  status = TruncateStream(set, 0);
   if (IsFailure(status)) return status;
 
   const bool fixed = (imageFlags & kImageFixed) != 0;
@@ -119,11 +121,12 @@ StatusCode CreateStreamContent(ImageSet& set, uint64_t capacity, uint32_t imageF
 
   if (fixed) {
     std::memset(buffer.data, 0, kChunkSize);
-    status = WriteBulk(set, buffer.data, RoundUp(capacity, set.unitSize), spare.data, progress);
+    status = WriteBulk(set, buffer.data, RoundUp(capacity, set.unitSize), spare.data, encryptor,
+                       progress);
   } else {
     FillEmptyTableBlocks(buffer.data);
-    status =
-        WriteBulk(set, buffer.data, uint64_t{tableBlocks} * set.unitSize, spare.data, progress);
+    status = WriteBulk(set, buffer.data, uint64_t{tableBlocks} * set.unitSize, spare.data,
+                       encryptor, progress);
   }
   if (IsFailure(status)) return status;
 

@@ -1,5 +1,6 @@
 #include "image/table_cache.h"
 
+#include <new>
 #include <utility>
 
 #include "image/records.h"
@@ -69,4 +70,17 @@ StatusCode TableCache::Flush()
     if (IsFailure(status)) return status;
   }
   return kStatusSuccess;
+}
+
+void TableCacheRelease::operator()(TableCache* cache) const
+{
+  cache->~TableCache();
+  SysRelease(cache);
+}
+
+TableCachePtr MakeTableCache(ImageSet& set, uint64_t tableOffset, uint32_t tableBlocks)
+{
+  void* memory = SysAllocate(sizeof(TableCache), kAllocZeroed | kAllocPageable);
+  if (memory == nullptr) return nullptr;
+  return TableCachePtr(new (memory) TableCache(set, tableOffset, tableBlocks));
 }

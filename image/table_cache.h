@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 
 #include "image/image_set.h"
 #include "system/status.h"
@@ -26,12 +27,9 @@ class TableCache {
   // Writes every changed slot back, in slot order, stopping at the first failure.
   StatusCode Flush();
 
+  // A slot's table block, and the mark that it was changed and must be written back.
   uint8_t* SlotData(int slot) { return slots_[slot].data; }
-  uint32_t SlotBlock(int slot) const { return slots_[slot].block; }
   void MarkChanged(int slot) { slots_[slot].changed = true; }
-  bool IsChanged(int slot) const { return slots_[slot].changed; }
-  // The slot named at order position `position`, or -1 when the position is empty.
-  int OrderAt(int position) const { return order_[position]; }
   uint32_t TableBlocks() const { return tableBlocks_; }
 
  private:
@@ -49,3 +47,13 @@ class TableCache {
   Slot slots_[kSlots];
   int order_[kSlots] = {-1, -1, -1, -1};
 };
+
+// Returns a cache made by MakeTableCache to the allocation routine.
+struct TableCacheRelease {
+  void operator()(TableCache* cache) const;
+};
+using TableCachePtr = std::unique_ptr<TableCache, TableCacheRelease>;
+
+// Makes a cache (without its slots' memory, see Allocate) in memory from the allocation
+// routine; null when there is none.
+TableCachePtr MakeTableCache(ImageSet& set, uint64_t tableOffset, uint32_t tableBlocks);

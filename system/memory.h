@@ -21,3 +21,18 @@ void SysRelease(void* block);
 
 // The system's page size in bytes.
 size_t SysPageSize();
+
+// A test seam that makes SysAllocate refuse on purpose, so that tests reach every
+// out-of-memory path. While a plan is installed, every allocation consults it; production
+// code never installs one.
+struct SysAllocationFaults {
+  // The allocation (counted from 1, refused ones included) that fails; 0 = none.
+  uint64_t failingAllocation = 0;
+  // Counters kept by the seam: allocations asked for, and blocks handed out while this
+  // plan is installed that have not been released yet (a leak check).
+  uint64_t allocationsSeen = 0;
+  uint64_t blocksLive = 0;
+};
+
+// Installs a plan (the seam updates its counters), or removes it with nullptr.
+void SysSetAllocationFaults(SysAllocationFaults* faults);

@@ -2,7 +2,7 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
-#include "system/memory.h"
+#include "system/memory_backend.h"
 
 namespace {
 
@@ -21,7 +21,7 @@ size_t SysPageSize()
   return pageSize;
 }
 
-void* SysAllocate(size_t size, uint32_t flags)
+void* BackendAllocate(size_t size, uint32_t flags)
 {
   if (size == 0) return nullptr;
   const size_t page = SysPageSize();
@@ -43,7 +43,7 @@ void* SysAllocate(size_t size, uint32_t flags)
   return block;
 }
 
-void SysRelease(void* block)
+void BackendRelease(void* block)
 {
   if (block == nullptr) return;
   const size_t page = SysPageSize();

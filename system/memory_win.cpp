@@ -1,6 +1,6 @@
 #include <windows.h>
 
-#include "system/memory.h"
+#include "system/memory_backend.h"
 
 size_t SysPageSize()
 {
@@ -9,7 +9,7 @@ size_t SysPageSize()
   return info.dwPageSize;
 }
 
-void* SysAllocate(size_t size, uint32_t flags)
+void* BackendAllocate(size_t size, uint32_t flags)
 {
   if (size == 0) return nullptr;
   // Committed pages from VirtualAlloc are zero-filled, so kAllocZeroed needs no further work.
@@ -20,7 +20,7 @@ void* SysAllocate(size_t size, uint32_t flags)
   return block;
 }
 
-void SysRelease(void* block)
+void BackendRelease(void* block)
 {
   // Releasing the whole reservation also ends any lock on its pages.
   if (block != nullptr) VirtualFree(block, 0, MEM_RELEASE);

@@ -89,12 +89,6 @@ TEST_F(DisplayText, AlgorithmWithoutNameIsUnknown)
   EXPECT_EQ(FormatAlgorithmText(UINT32_MAX, 0), u"Unknown-0");
 }
 
-TEST_F(DisplayText, DateTimeOfTheEpochIsAText)
-{
-  EXPECT_FALSE(FormatDateTimeText(0).empty());
-  EXPECT_NE(FormatDateTimeText(0), FormatDateTimeText(86400 * 400));
-}
-
 TEST(ProcessLocaleName, LanguageCountryAndAnsiCodePage)
 {
   EXPECT_EQ(ProcessLocaleName(u"English", u"United States", u"1252", u"437"),

@@ -1,10 +1,13 @@
 // The client operations' argument checks and failure codes.
 #include <windows.h>
 
+#include <utility>
+
 #include "devhost/binding_win.h"
 #include "devhost_rpc.h"
 #include "host_fixture.h"
 #include "image/image_set.h"
+#include "system/memory.h"
 #include "system/wide_text_win.h"
 
 namespace {
@@ -87,6 +90,27 @@ TEST_F(DeviceHostTest, MissingImageFileFailsBeforeTheCall)
   ForgetLastCall();
   EXPECT_EQ(ImgMountWithPassword(dir_.File(u"absent.qvi").c_str(), u"P:", 0, u"secret"),
             0x4000000Fu);
+  EXPECT_EQ(LastCall(), L"none");
+}
+
+// Out of memory before the call: the key information's unit buffer is the image
+// container's (0x40050005), the key buffer is the client's own (0x40060005). Neither
+// reaches the host, and neither leaves a block allocated.
+TEST_F(DeviceHostTest, OutOfMemoryFailsBeforeTheCallWithTheCodeOfItsLayer)
+{
+  const std::u16string image = MakeImage();
+  ForgetLastCall();
+  for (const auto& [allocation, expected] : {std::pair<uint64_t, StatusCode>{1, 0x40050005u},
+                                             std::pair<uint64_t, StatusCode>{2, 0x40060005u}}) {
+    SysAllocationFaults faults;
+    faults.failingAllocation = allocation;
+    SysSetAllocationFaults(&faults);
+    const StatusCode status = ImgMountWithPassword(image.c_str(), u"P:", 0, u"secret");
+    SysSetAllocationFaults(nullptr);
+    EXPECT_EQ(status, expected) << "allocation " << allocation;
+    EXPECT_EQ(faults.allocationsSeen, allocation);
+    EXPECT_EQ(faults.blocksLive, 0u);
+  }
   EXPECT_EQ(LastCall(), L"none");
 }
 

@@ -1,29 +1,22 @@
 // A whole open over an untrusted volume file: the bytes become the image's only volume
-// file, which is opened with the fuzz key, queried, its table read, and closed.
-#include <unistd.h>
-
-#include <cstdio>
+// file, which is opened with the fuzz key, queried, its table read, and closed. The file
+// lives in memory (files_in_memory), so each input costs no system call for its file.
 #include <string>
 
 #include "fuzz_keys.h"
 #include "image/image_handle.h"
-#include "system/utf.h"
+#include "system/files_in_memory.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
-  static const std::string path = "/tmp/cryptelle-open-fuzz-" + std::to_string(getpid()) + ".qvi";
-  FILE* file = std::fopen(path.c_str(), "wb");
-  if (file == nullptr) return 0;
-  std::fwrite(data, 1, size, file);
-  std::fclose(file);
+  static const std::u16string path = u"/fuzz/open.qvi";
+  PutFileInMemory(path, data, size);
 
-  const std::u16string widePath = Utf8ToUtf16(path);
   ImageKeyInfo keyInfo;
   keyInfo.recordSize = sizeof keyInfo;
-  ImgGetKeyInfo(widePath.c_str(), &keyInfo);
+  ImgGetKeyInfo(path.c_str(), &keyInfo);
   ImageHandle* handle = nullptr;
-  if (!IsFailure(
-          ImgOpen(widePath.c_str(), kOpenReadOnly, FuzzHeaderKey(), kFuzzKeyLength, &handle))) {
+  if (!IsFailure(ImgOpen(path.c_str(), kOpenReadOnly, FuzzHeaderKey(), kFuzzKeyLength, &handle))) {
     ImageProperties properties;
     properties.recordSize = sizeof properties;
     ImgGetProperties(handle, &properties);
@@ -35,6 +28,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     }
     ImgClose(handle, 0);
   }
-  std::remove(path.c_str());
+  ClearFilesInMemory();
   return 0;
 }

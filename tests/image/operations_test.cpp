@@ -174,6 +174,68 @@ TEST_F(ImageOperations, InUseMarkIsSetWhileOpenAndClearedByClose)
   EXPECT_EQ(ImgClose(handle, 0), 0u);
 }
 
+// Accepting an informational result of loading: no loading step reports one, so the open
+// behaves exactly like an open with flags 0 and adds nothing to the reported flags.
+TEST_F(ImageOperations, AcceptingInformationOpensLikeAPlainOpen)
+{
+  ASSERT_EQ(CreateImage(Path(), keys_, CreateParams(4ull << 20)), 0u);
+  ImageHandle* handle = nullptr;
+  ASSERT_EQ(OpenImage(Path(), keys_, &handle, kOpenAcceptInformation), 0u);
+  EXPECT_EQ(handle->information, 0u);
+  ImageProperties p{sizeof p};
+  ASSERT_EQ(ImgGetProperties(handle, &p), 0u);
+  EXPECT_EQ(p.flags, kImageInUse | kImageCreatedFlag);
+  EXPECT_EQ(ImgClose(handle, 0), 0u);
+}
+
+// An image whose descriptor says "never mark in use" (the same bit as the information
+// flag) keeps that bit through a writable open and a clearing, and is never marked.
+TEST_F(ImageOperations, NeverInUseImageIsNotMarkedAndClearingKeepsTheMark)
+{
+  ASSERT_EQ(CreateImage(Path(), keys_, CreateParams(4ull << 20)), 0u);
+  ImageHandle* handle = nullptr;
+  ASSERT_EQ(OpenImage(Path(), keys_, &handle, kOpenReadOnly), 0u);
+  std::vector<uint8_t> unit(4096);
+  ASSERT_EQ(ReadStream(handle->set, 0, unit.data(), 4096), 0u);
+  ASSERT_EQ(ImgClose(handle, 0), 0u);
+  Descriptor d;
+  ASSERT_EQ(DecodeDescriptor(unit.data(), &d), 0u);
+  d.flags |= kImageNeverInUse;
+  EncodeDescriptor(d, unit.data());
+  ASSERT_EQ(OpenImage(Path(), keys_, &handle), 0u);
+  ASSERT_EQ(WriteStream(handle->set, 0, unit.data(), 4096), 0u);
+  ASSERT_EQ(ImgClose(handle, 0), 0u);
+
+  ASSERT_EQ(OpenImage(Path(), keys_, &handle, kOpenAcceptInformation), 0u);
+  EXPECT_EQ(handle->flags, kImageNeverInUse | kImageCreatedFlag);
+  EXPECT_EQ(handle->information, 0u);
+  ASSERT_EQ(ImgClear(handle, nullptr, nullptr), 0u);
+  EXPECT_EQ(handle->flags, kImageNeverInUse | kImageCreatedFlag);
+  ImageProperties p{sizeof p};
+  ASSERT_EQ(ImgGetProperties(handle, &p), 0u);
+  EXPECT_EQ(p.flags, kImageNeverInUse | kImageCreatedFlag);
+  EXPECT_EQ(ImgClose(handle, 0), 0u);
+}
+
+// An accepted informational result is reported with the properties, but clearing writes
+// only the descriptor's own flags: the mark never turns into "never mark in use" on disk.
+TEST_F(ImageOperations, AcceptedInformationIsReportedButNeverWrittenToTheDescriptor)
+{
+  ASSERT_EQ(CreateImage(Path(), keys_, CreateParams(4ull << 20)), 0u);
+  ImageHandle* handle = nullptr;
+  ASSERT_EQ(OpenImage(Path(), keys_, &handle, kOpenAcceptInformation), 0u);
+  handle->information = kStatusInformation;  // as an open that accepted one leaves it
+  ImageProperties p{sizeof p};
+  ASSERT_EQ(ImgGetProperties(handle, &p), 0u);
+  EXPECT_EQ(p.flags, kStatusInformation | kImageInUse | kImageCreatedFlag);
+  ASSERT_EQ(ImgClear(handle, nullptr, nullptr), 0u);
+  EXPECT_EQ(handle->flags, kImageInUse | kImageCreatedFlag);
+  EXPECT_EQ(ImgClose(handle, 0), 0u);
+  ASSERT_EQ(OpenImage(Path(), keys_, &handle), 0u);
+  EXPECT_EQ(handle->flags, kImageInUse | kImageCreatedFlag);
+  EXPECT_EQ(ImgClose(handle, 0), 0u);
+}
+
 TEST_F(ImageOperations, PropertiesReportTheImage)
 {
   ImageKeys keys(kCipherBlowfish, 56);

@@ -84,3 +84,51 @@ TEST(SysAllocate, KeyMaterialIsLockedBulkDataIsNot)
   EXPECT_EQ(LockedKilobytes(), before);
 }
 #endif
+
+TEST(SysAllocationFaults, TheChosenAllocationFailsAndTheOthersGoOn)
+{
+  SysAllocationFaults faults;
+  faults.failingAllocation = 2;
+  SysSetAllocationFaults(&faults);
+  void* first = SysAllocate(100, kAllocZeroed);
+  void* second = SysAllocate(100, kAllocZeroed);
+  void* third = SysAllocate(100, kAllocPageable);
+  EXPECT_NE(first, nullptr);
+  EXPECT_EQ(second, nullptr);
+  EXPECT_NE(third, nullptr);
+  EXPECT_EQ(faults.allocationsSeen, 3u);
+  EXPECT_EQ(faults.blocksLive, 2u);
+  SysRelease(first);
+  EXPECT_EQ(faults.blocksLive, 1u);
+  SysRelease(third);
+  EXPECT_EQ(faults.blocksLive, 0u);
+  SysSetAllocationFaults(nullptr);
+}
+
+TEST(SysAllocationFaults, BlocksFromBeforeThePlanAreNotCounted)
+{
+  void* before = SysAllocate(100, kAllocZeroed);
+  ASSERT_NE(before, nullptr);
+  SysAllocationFaults faults;
+  SysSetAllocationFaults(&faults);
+  void* during = SysAllocate(100, kAllocZeroed);
+  ASSERT_NE(during, nullptr);
+  SysRelease(before);
+  EXPECT_EQ(faults.blocksLive, 1u);
+  SysRelease(during);
+  EXPECT_EQ(faults.blocksLive, 0u);
+  EXPECT_EQ(faults.allocationsSeen, 1u);
+  SysSetAllocationFaults(nullptr);
+}
+
+TEST(SysAllocationFaults, WithoutAPlanNothingFails)
+{
+  SysAllocationFaults faults;
+  faults.failingAllocation = 1;
+  SysSetAllocationFaults(&faults);
+  SysSetAllocationFaults(nullptr);
+  void* block = SysAllocate(100, kAllocZeroed);
+  EXPECT_NE(block, nullptr);
+  SysRelease(block);
+  EXPECT_EQ(faults.allocationsSeen, 0u);
+}

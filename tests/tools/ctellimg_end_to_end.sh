@@ -50,6 +50,32 @@ expect_text() {
   grep -qF -- "$text" "$work/$name.$stream" || fail "$name: $stream lacks '$text'"
 }
 
+# refused NAME TEXT: step NAME printed nothing on standard output and exactly TEXT (one
+# or more whole lines) on standard error.
+refused() {
+  local name=$1 text=$2
+  checks=$((checks + 1))
+  [ ! -s "$work/$name.out" ] || fail "$name: printed on standard output: $(cat "$work/$name.out")"
+  printf '%s\n' "$text" | cmp -s - "$work/$name.err" ||
+    fail "$name: standard error was
+$(cat "$work/$name.err")
+expected
+$text"
+}
+
+# The messages of the failures that a test provokes, exactly as the tool words them.
+wrong_password() {
+  printf 'Cannot open %s.\nPassword is wrong or the virtual disk image file is not valid or is corrupted.\nError code: 4005000B' "$1"
+}
+operation_failed() {
+  printf 'Operation failed.\nError code: %s\n\nPlease contact technical support if the problem persists.' "$1"
+}
+
+# The usage text, which a wrong command line prints on standard error after its reason.
+run help 0 "" --help
+expect_text help out "ctellimg passwd IMAGE"
+usage=$(cat "$work/help.out")
+
 # cycle ALGORITHM INDEX BITS FIXED(0/1) CAPACITY_TEXT CAPACITY_BYTES [create options...]
 cycle() {
   local algorithm=$1 index=$2 bits=$3 fixed=$4 text=$5 bytes=$6
@@ -104,8 +130,7 @@ cycle() {
   run "$tag-check-new" 0 $'second pw\n' check "$image"
   expect_text "$tag-check-new" out "is sound"
   run "$tag-check-old" 1 $'first pw\n' check "$image"
-  expect_text "$tag-check-old" err "Password is wrong or the virtual disk image file is not valid"
-  expect_text "$tag-check-old" err "Error code: 4005000B"
+  refused "$tag-check-old" "$(wrong_password "$image")"
 
   run "$tag-clear" 0 $'second pw\n' clear "$image" --yes
   expect_text "$tag-clear" out "Virtual disk image has been cleared."
@@ -151,15 +176,17 @@ run split-passwd 0 $'split pw\nnew split pw\n' passwd "$split"
 run split-check-new 0 $'new split pw\n' check "$split" --data --json
 expect_field split-check-new volumes "$volumes"
 run split-check-old 1 $'split pw\n' check "$split"
-expect_text split-check-old err "Error code: 4005000B"
+refused split-check-old "$(wrong_password "$split")"
 run split-clear 0 $'new split pw\n' clear "$split" --yes
 run split-check-cleared 0 $'new split pw\n' check "$split" --data --json
 run split-create-again 1 $'x\n' create "$split" --capacity "8 MB"
-expect_text split-create-again err "exists already"
+refused split-create-again "Cannot create $split.
+A file of that name exists already; delete it first to replace it."
 rm "$work/split/disk-2.qvi"
 run split-missing 1 $'new split pw\n' check "$split"
-expect_text split-missing err "Virtual disk image volume file is missing."
-expect_text split-missing err "Error code: 4005000C"
+refused split-missing "Cannot open $split.
+Virtual disk image volume file is missing.
+Error code: 4005000C"
 
 # The file-system limit: one volume file while it fits.
 run fat-create 0 $'pw\n' create "$work/fat.qvi" --capacity "4 MB" --fat
@@ -181,29 +208,40 @@ with open(sys.argv[1], "r+b") as f:
     f.write(bytes([byte ^ 1]))' "$work/table.qvi"
 run table-show-damaged 0 $'pw\n' show "$work/table.qvi" --json
 run table-check-damaged 1 $'pw\n' check "$work/table.qvi"
-expect_text table-check-damaged err "Error code: 40050013"
+refused table-check-damaged "$(operation_failed 40050013)"
 
-# Refusals.
+# Refusals: each with its exit status and exactly its message.
 run split-too-small 1 $'pw\n' create "$work/small.qvi" --capacity "4 MB" --split 5000
-expect_text split-too-small err "Error code: 40050002"
+refused split-too-small "$(operation_failed 40050002)"
 checks=$((checks + 1))
 [ ! -e "$work/small.qvi" ] || fail "a refused creation left a file behind"
 run empty-password 1 $'\n' create "$work/empty.qvi" --capacity "4 MB"
-expect_text empty-password err "Please enter the password."
+refused empty-password "Please enter the password."
 run no-password 1 "" create "$work/none.qvi" --capacity "4 MB"
+refused no-password "No password on standard input: give each password as one line."
 run no-capacity 2 "" create "$work/x.qvi"
-expect_text no-capacity err "Usage:"
+refused no-capacity "ctellimg: create needs --capacity
+$usage"
 run bad-capacity 2 "" create "$work/x.qvi" --capacity "64"
+refused bad-capacity "ctellimg: cannot read the capacity \"64\": give a number and MB, GB or TB, such as \"64 MB\" or \"1.5 TB\"
+$usage"
 run bad-key 2 "" create "$work/x.qvi" --capacity "4 MB" --algorithm cast --key-bits 256
+refused bad-key "ctellimg: CAST takes a key of 40 to 128 bits in steps of 8
+$usage"
 run unknown-command 2 "" mount "$work/x.qvi"
+refused unknown-command "ctellimg: unknown command: mount
+$usage"
 run clear-unconfirmed 2 $'pw\n' clear "$work/fat.qvi"
+refused clear-unconfirmed \
+  "clear wipes the image's contents: give --yes when standard input is not a terminal."
+checks=$((checks + 1))
+[ ! -e "$work/empty.qvi" ] && [ ! -e "$work/none.qvi" ] && [ ! -e "$work/x.qvi" ] ||
+  fail "a refused creation left a file behind"
 run missing-info 1 "" info "$work/nothing.qvi" --json
-expect_text missing-info err "Error code: 4000000F"
+refused missing-info "$(operation_failed 4000000F)"
 head -c 8192 /dev/zero >"$work/zeros.qvi"
 run foreign-info 1 "" info "$work/zeros.qvi"
-expect_text foreign-info err "Password is wrong or the virtual disk image file is not valid"
-run help 0 "" --help
-expect_text help out "ctellimg passwd IMAGE"
+refused foreign-info "$(wrong_password "$work/zeros.qvi")"
 
 echo "$checks checks, $failures failures"
 [ "$failures" -eq 0 ]

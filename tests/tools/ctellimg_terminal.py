@@ -90,6 +90,11 @@ class Session:
         return bool(chunk)
 
 
+def shown(output):
+    """What the terminal showed, with its line ends (CR LF) read as plain line ends."""
+    return output.replace(b"\r\n", b"\n").decode()
+
+
 def piped(stdin_text, *args):
     result = subprocess.run(command + list(args), input=stdin_text.encode(),
                             capture_output=True, timeout=120)
@@ -119,7 +124,9 @@ session.read_until("Confirm password:")
 session.type(password + "x\r")
 status = session.finish()
 check(status == 1, "a differing confirmation ends with 1 (was %r)" % status)
-check(b"Passwords mismatch" in session.output, "and says that the passwords differ")
+check(shown(session.output) == "New password: \nConfirm password: \n"
+      "Passwords mismatch! Please re-type your password.\n",
+      "and says exactly that the passwords differ", session)
 check(not os.path.exists(other), "and leaves no file")
 
 # Passwd on the terminal: old, then new twice.
@@ -146,7 +153,12 @@ check(session.read_until("%", 120), "a progress bar is drawn on the terminal")
 session.interrupt()
 status = session.finish()
 check(status == 1, "Ctrl+C ends the creation with 1 (was %r)" % status)
-check(b"40050008" in session.output, "and reports the cancellation code 40050008")
+# Behind the last state of the progress bar: the terminal's echo of Ctrl+C, then the report.
+after_bar = shown(session.output).rpartition("%")[2]
+if after_bar.startswith("^C"):
+    after_bar = after_bar[2:]
+check(after_bar == "\nCreation cancelled; nothing was left on disk.\nError code: 40050008\n",
+      "and says exactly that it was cancelled, with the code 40050008", session)
 check(not any(name.startswith("interrupted") for name in os.listdir(scratch)),
       "and leaves no volume file")
 

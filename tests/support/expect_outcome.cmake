@@ -1,0 +1,41 @@
+# Runs a command that must fail in one exact way: its exit status must be EXPECTED_EXIT and
+# its output (standard output, then standard error) must have exactly as many lines as the
+# file EXPECTED_LINES, each line matching the whole regular expression on the same line of
+# that file.
+# Usage: cmake -DEXPECTED_EXIT=N -DEXPECTED_LINES=FILE -P expect_outcome.cmake -- COMMAND...
+set(command)
+set(collecting FALSE)
+math(EXPR last "${CMAKE_ARGC} - 1")
+foreach(index RANGE ${last})
+  if(collecting)
+    list(APPEND command "${CMAKE_ARGV${index}}")
+  elseif(CMAKE_ARGV${index} STREQUAL "--")
+    set(collecting TRUE)
+  endif()
+endforeach()
+
+execute_process(COMMAND ${command} OUTPUT_VARIABLE out ERROR_VARIABLE err RESULT_VARIABLE result)
+string(REPLACE "\r" "" output "${out}${err}")
+if(NOT result STREQUAL "${EXPECTED_EXIT}")
+  message(FATAL_ERROR "exit status ${result}, expected ${EXPECTED_EXIT}; output:\n${output}")
+endif()
+
+string(REGEX REPLACE "\n$" "" output "${output}")
+string(REPLACE ";" "\\;" output "${output}")
+string(REPLACE "\n" ";" lines "${output}")
+file(STRINGS "${EXPECTED_LINES}" patterns)
+list(LENGTH lines count)
+list(LENGTH patterns expected_count)
+if(NOT count EQUAL expected_count)
+  message(FATAL_ERROR "${count} lines of output, expected ${expected_count}:\n${output}")
+endif()
+if(count GREATER 0)
+  math(EXPR last "${count} - 1")
+  foreach(index RANGE ${last})
+    list(GET lines ${index} line)
+    list(GET patterns ${index} pattern)
+    if(NOT line MATCHES "^${pattern}$")
+      message(FATAL_ERROR "line ${index} is '${line}', expected to match '${pattern}'")
+    endif()
+  endforeach()
+endif()
