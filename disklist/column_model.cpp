@@ -2,21 +2,6 @@
 
 #include <algorithm>
 
-namespace {
-
-// The column bit a sort value names: its magnitude when that is exactly one column's bit,
-// else 0.
-uint32_t SortedColumnMask(int32_t sortColumn)
-{
-  const uint32_t magnitude =
-      sortColumn < 0 ? 0u - static_cast<uint32_t>(sortColumn) : static_cast<uint32_t>(sortColumn);
-  const bool oneColumn = (magnitude & kAllColumnsMask) == magnitude && magnitude != 0 &&
-                         (magnitude & (magnitude - 1)) == 0;
-  return oneColumn ? magnitude : 0;
-}
-
-}  // namespace
-
 std::vector<int32_t> ColumnOrderArray(const ColumnRebuildPlan& plan)
 {
   std::vector<int32_t> order(plan.insertions.size());
@@ -100,24 +85,8 @@ ColumnRebuildPlan ColumnModel::Rebuild(uint32_t headerItemCount)
     plan.insertions.push_back(
         {index, shown, ColumnDefinition(shown).titleId, layout_.columns[column].width, 0});
   }
-  // The display orders are the stored ones ranked among the visible columns (equal ones in
-  // bit order), so that every display position is given once even when the stored orders
-  // have gaps (hidden columns keep theirs) or repeats. The ranks are stored back, as the
-  // list would report them, so that a column added later goes to the right end.
-  std::vector<ColumnInsertion*> byOrder;
-  for (ColumnInsertion& insertion : plan.insertions) byOrder.push_back(&insertion);
-  std::stable_sort(byOrder.begin(), byOrder.end(),
-                   [this](const ColumnInsertion* left, const ColumnInsertion* right) {
-                     return layout_.columns[static_cast<uint32_t>(left->column)].order <
-                            layout_.columns[static_cast<uint32_t>(right->column)].order;
-                   });
-  for (size_t rank = 0; rank < byOrder.size(); ++rank) {
-    byOrder[rank]->order = static_cast<uint16_t>(rank);
-    layout_.columns[static_cast<uint32_t>(byOrder[rank]->column)].order =
-        static_cast<uint16_t>(rank);
-  }
-  const DiskColumn sorted = *LowestColumnIn(SortedColumnMask(layout_.sortColumn));
-  plan.sortArrowIndex = *IndexOfColumn(sorted);
+  RankDisplayOrders(&plan);
+  plan.sortArrowIndex = *IndexOfColumn(*SortedColumn(layout_.sortColumn));
   plan.sortArrowFormat = layout_.sortColumn > 0 ? kHeaderSortDown : kHeaderSortUp;
   return plan;
 }
@@ -128,11 +97,10 @@ std::optional<ColumnRebuildPlan> ColumnModel::ClickHeader(uint32_t index, uint32
   if (button != kHeaderLeftButton) return std::nullopt;
   const std::optional<DiskColumn> clicked = ColumnAtIndex(index);
   if (!clicked) return std::nullopt;
-  const int32_t clickedMask = static_cast<int32_t>(ColumnMask(*clicked));
-  if (SortedColumnMask(layout_.sortColumn) == static_cast<uint32_t>(clickedMask)) {
+  if (SortedColumn(layout_.sortColumn) == clicked) {
     layout_.sortColumn = -layout_.sortColumn;
   } else {
-    layout_.sortColumn = clickedMask;
+    layout_.sortColumn = static_cast<int32_t>(ColumnMask(*clicked));
   }
   return Rebuild(headerItemCount);
 }
@@ -166,6 +134,26 @@ bool ColumnModel::IsShown(DiskColumn column) const
   return (layout_.visibleColumns & ColumnMask(column)) != 0;
 }
 
+void ColumnModel::RankDisplayOrders(ColumnRebuildPlan* plan)
+{
+  // The display orders are the stored ones ranked among the visible columns (equal ones in
+  // bit order), so that every display position is given once even when the stored orders
+  // have gaps (hidden columns keep theirs) or repeats. The ranks are stored back, as the
+  // list would report them, so that a column added later goes to the right end.
+  std::vector<ColumnInsertion*> byOrder;
+  for (ColumnInsertion& insertion : plan->insertions) byOrder.push_back(&insertion);
+  std::stable_sort(byOrder.begin(), byOrder.end(),
+                   [this](const ColumnInsertion* left, const ColumnInsertion* right) {
+                     return layout_.columns[static_cast<uint32_t>(left->column)].order <
+                            layout_.columns[static_cast<uint32_t>(right->column)].order;
+                   });
+  for (size_t rank = 0; rank < byOrder.size(); ++rank) {
+    byOrder[rank]->order = static_cast<uint16_t>(rank);
+    layout_.columns[static_cast<uint32_t>(byOrder[rank]->column)].order =
+        static_cast<uint16_t>(rank);
+  }
+}
+
 void ColumnModel::KeepColumnsInMask()
 {
   layout_.visibleColumns &= kAllColumnsMask;
@@ -174,7 +162,8 @@ void ColumnModel::KeepColumnsInMask()
 
 void ColumnModel::KeepSortColumnShown()
 {
-  if ((SortedColumnMask(layout_.sortColumn) & layout_.visibleColumns) != 0) return;
+  const std::optional<DiskColumn> sorted = SortedColumn(layout_.sortColumn);
+  if (sorted && IsShown(*sorted)) return;
   const uint32_t mountPoint = ColumnMask(DiskColumn::kMountPoint);
   layout_.sortColumn = static_cast<int32_t>(
       IsShown(DiskColumn::kMountPoint) ? mountPoint

@@ -112,6 +112,7 @@ class ColumnModel {
   void KeepColumnsInMask();
   void KeepSortColumnShown();
   void AdjustLowestChangedColumn(uint32_t newMask, uint32_t headerItemCount);
+  void RankDisplayOrders(ColumnRebuildPlan* plan);
 
   ListLayout layout_;
 };

@@ -38,6 +38,16 @@ std::optional<DiskColumn> LowestColumnIn(uint32_t mask)
   return std::nullopt;
 }
 
+std::optional<DiskColumn> SortedColumn(int32_t sortColumn)
+{
+  // The magnitude taken without signed overflow, also for the most negative value.
+  const uint32_t magnitude =
+      sortColumn < 0 ? 0u - static_cast<uint32_t>(sortColumn) : static_cast<uint32_t>(sortColumn);
+  const std::optional<DiskColumn> lowest = LowestColumnIn(magnitude);
+  if (!lowest || ColumnMask(*lowest) != magnitude) return std::nullopt;
+  return lowest;
+}
+
 std::u16string ColumnCellText(DiskColumn column, const MountedDisk& disk,
                               std::optional<uint64_t> freeBytes)
 {

@@ -45,6 +45,10 @@ std::optional<DiskColumn> ColumnOfToggleCommand(uint32_t commandId);
 // bit is set.
 std::optional<DiskColumn> LowestColumnIn(uint32_t mask);
 
+// The column a sort value names: its magnitude (the sign is the direction) when that is
+// exactly one column's bit; none otherwise.
+std::optional<DiskColumn> SortedColumn(int32_t sortColumn);
+
 // The text of `column` for `disk`: the mount point and the image path as reported, the
 // precise size texts of the capacity and of `freeBytes` (empty when unknown), the algorithm
 // text, and the date-time texts of the creation and the mount time.

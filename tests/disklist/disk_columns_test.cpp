@@ -76,6 +76,17 @@ TEST(DiskColumnsTest, LowestColumnInTakesTheLowestOfTheSevenBits)
   EXPECT_FALSE(LowestColumnIn(0x180).has_value());
 }
 
+TEST(DiskColumnsTest, ASortValueNamesTheColumnOfItsMagnitude)
+{
+  EXPECT_EQ(SortedColumn(1), DiskColumn::kMountPoint);
+  EXPECT_EQ(SortedColumn(8), DiskColumn::kImagePath);
+  EXPECT_EQ(SortedColumn(-8), DiskColumn::kImagePath);
+  EXPECT_EQ(SortedColumn(-64), DiskColumn::kMounted);
+  for (const int32_t noColumn : {0, 3, -3, 128, -128, INT32_MIN, INT32_MAX}) {
+    EXPECT_FALSE(SortedColumn(noColumn).has_value()) << noColumn;
+  }
+}
+
 TEST(DiskColumnsTest, MountPointAndImagePathAreShownAsReported)
 {
   const MountedDisk disk = SampleDisk();
