@@ -83,9 +83,11 @@ class ColumnModel {
   // is hidden too. A mask without any column is refused: none, and nothing changes.
   std::optional<ColumnRebuildPlan> SetVisibleColumns(uint32_t mask, uint32_t headerItemCount);
 
-  // Plans the rebuild with the same mask (after loading, and after a sort change). The
-  // visible columns' display orders are their stored orders ranked (equal ones in bit
-  // order), and are stored back as such.
+  // Plans the rebuild with the same mask (after loading, and after a sort change); the list
+  // holds `headerItemCount` columns now. A sort value whose column is hidden, or that names
+  // no single column (0, for example), falls back as in SetVisibleColumns. The visible
+  // columns' display orders are their stored orders ranked (equal ones in bit order), and
+  // are stored back as such.
   ColumnRebuildPlan Rebuild(uint32_t headerItemCount);
 
   // A click on list column `index` with header button `button`: the left button on the sort
