@@ -1,6 +1,7 @@
 #include "app/mount_flow.h"
 
 #include <optional>
+#include <utility>
 
 #include "app/check_formatted.h"
 #include "app/monitor_control.h"
@@ -36,7 +37,7 @@ void AfterMount(WindowRef owner, const MountRequest& request, RecentImageList& r
   StartMonitor(owner);
   const std::u16string drive = request.mountPoint + u"\\";
   const bool mayOpen =
-      CheckFormatted(owner, request.mountPoint.empty() ? 0 : request.mountPoint[0]);
+      CheckFormatted(owner, request.mountPoint.empty() ? u'\0' : request.mountPoint[0]);
   ShellLookAt(drive);
   if (mayOpen) ShellOpen(owner, drive);
 }
