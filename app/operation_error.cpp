@@ -1,18 +1,6 @@
 #include "app/operation_error.h"
 
-#include "res/format_text.h"
 #include "res/resource.h"
-#include "res/texts.h"
-
-namespace {
-
-Prompt Message(unsigned textId, unsigned captionId, uint32_t flags, std::u16string_view subject,
-               StatusCode status)
-{
-  return Prompt{textId, FormatText(LoadText(textId), {subject, status}), captionId, flags};
-}
-
-}  // namespace
 
 OperationErrorChoice ChooseOperationError(StatusCode status, unsigned captionId,
                                           unsigned fallbackTextId, std::u16string_view subject)
@@ -32,13 +20,13 @@ OperationErrorChoice ChooseOperationError(StatusCode status, unsigned captionId,
     case kDevNotRunning: choice.startDeviceHost = true; return choice;
     default: break;
   }
-  choice.prompt = Message(textId, captionId, flags, subject, status);
+  choice.prompt = MakePrompt(textId, captionId, flags, {subject, status});
   return choice;
 }
 
 Prompt DeviceHostStartFailure(StatusCode serviceStatus, unsigned captionId)
 {
-  return Message(IDS_CANNOT_START_DRIVER, captionId, kPromptError, u"", serviceStatus);
+  return MakePrompt(IDS_CANNOT_START_DRIVER, captionId, kPromptError, {serviceStatus});
 }
 
 OperationErrorChoice MountFailure(StatusCode status, std::u16string_view imagePath)

@@ -3,8 +3,10 @@
 #pragma once
 
 #include <cstdint>
+#include <initializer_list>
 #include <string>
 
+#include "res/format_text.h"
 #include "services/message_box.h"
 
 // The styles of the program's prompts.
@@ -21,6 +23,10 @@ struct Prompt {
 
   bool operator==(const Prompt&) const = default;
 };
+
+// The prompt of string `textId` filled with `args`, under caption `captionId`.
+Prompt MakePrompt(unsigned textId, unsigned captionId, uint32_t flags,
+                  std::initializer_list<TextArg> args);
 
 // Shows `prompt` owned by `owner` (may be none) with its caption loaded from the string
 // table; returns the button chosen (kIdOk, kIdRetry, kIdYes...).
