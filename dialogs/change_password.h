@@ -35,8 +35,8 @@ class CNewPasswordInput {
 
 // Re-keys the image at `path`, in this order: its key information, a key buffer of its key
 // length, the old password's key, the open, the new password's key (same salt, same
-// buffer), the change of key, and the close whenever the open succeeded. The first failing
-// status is returned.
+// buffer), the change of key, and the close whenever the open succeeded, whatever the change
+// gave. The first failing status is returned, the close's included.
 StatusCode ChangeImagePassword(const std::u16string& path, std::u16string_view oldPassword,
                                std::u16string_view newPassword);
 

@@ -15,6 +15,16 @@ KeyLengthTrackbar CarryKeyLength(uint32_t algorithm, uint32_t shownBits)
                            (carried - range.minimum) / range.step};
 }
 
+KeyLengthTrackbar CKeyLengthChoice::Apply(uint32_t algorithm)
+{
+  const KeyLengthTrackbar trackbar = CarryKeyLength(algorithm, Bits());
+  minimum_ = KeyLengthRanges[algorithm].minimum;
+  step_ = KeyLengthRanges[algorithm].step;
+  maximum_ = KeyLengthRanges[algorithm].maximum;
+  position_ = trackbar.position;
+  return trackbar;
+}
+
 std::u16string KeyLengthText(uint32_t bits)
 {
   return FormatText(LoadText(IDS_KEY_BITS), {bits});

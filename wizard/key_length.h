@@ -36,6 +36,28 @@ constexpr uint32_t KeyLengthAt(uint32_t algorithm, uint32_t position)
   return KeyLengthRanges[algorithm].step * position + KeyLengthRanges[algorithm].minimum;
 }
 
+// The page's choice as it keeps it: the minimum and step of the cipher last applied (both 0
+// before the first) and the trackbar's position; the length shown is always
+// step * position + minimum.
+class CKeyLengthChoice {
+ public:
+  // Applies the limits of `algorithm` (at the page's start and whenever the cipher
+  // changes), carrying over the length shown; returns the trackbar to set.
+  KeyLengthTrackbar Apply(uint32_t algorithm);
+  // The trackbar moved.
+  void Move(uint32_t position) { position_ = position; }
+
+  uint32_t Bits() const { return step_ * position_ + minimum_; }
+  uint32_t Minimum() const { return minimum_; }
+  uint32_t Maximum() const { return maximum_; }
+
+ private:
+  uint32_t minimum_ = 0;
+  uint32_t step_ = 0;
+  uint32_t maximum_ = 0;
+  uint32_t position_ = 0;
+};
+
 // "%u bits".
 std::u16string KeyLengthText(uint32_t bits);
 

@@ -65,3 +65,28 @@ TEST(KeyLength, WarningThresholdIsNeverReached)
   for (uint32_t algorithm = 0; algorithm < KeyLengthRanges.size(); ++algorithm)
     EXPECT_FALSE(KeyLengthTooSmall(KeyLengthAt(algorithm, 0)));
 }
+
+TEST(KeyLengthChoice, FollowsThePageAcrossCipherChanges)
+{
+  CKeyLengthChoice choice;
+  EXPECT_EQ(choice.Bits(), 0u);
+  const KeyLengthTrackbar start = choice.Apply(0);
+  EXPECT_EQ(start.lastPosition, 2u);
+  EXPECT_EQ(choice.Bits(), 128u);
+  EXPECT_EQ(choice.Minimum(), 128u);
+  EXPECT_EQ(choice.Maximum(), 256u);
+
+  choice.Apply(1);
+  choice.Move(9);  // Blowfish at 128 + 9 * 8 = 200 bits
+  EXPECT_EQ(choice.Bits(), 200u);
+  const KeyLengthTrackbar aes = choice.Apply(0);
+  EXPECT_EQ(aes.position, 1u);
+  EXPECT_EQ(choice.Bits(), 192u);
+
+  choice.Move(2);  // AES 256
+  EXPECT_EQ(choice.Apply(2).position, 8u);
+  EXPECT_EQ(choice.Bits(), 128u);
+  choice.Move(0);  // CAST 64
+  EXPECT_EQ(choice.Apply(0).position, 0u);
+  EXPECT_EQ(choice.Bits(), 128u);
+}
