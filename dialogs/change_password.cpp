@@ -42,7 +42,7 @@ void ChangePasswordCommand(WindowRef owner, CNewPasswordInput& input)
                              IDS_OPERATION_COMPLETE_CAPTION, kPromptInformation});
     return;
   }
-  while (ShowOperationError(owner, status, IDS_CANNOT_CHANGE_PASSWORD_CAPTION,
-                            IDS_CANNOT_CHANGE_PASSWORD, answers.path)) {
+  const OperationErrorChoice failure = ChangePasswordFailure(status, answers.path);
+  while (ShowOperationError(owner, failure)) {
   }
 }

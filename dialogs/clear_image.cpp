@@ -61,7 +61,8 @@ void ClearImageCommand(WindowRef owner, CClearImageInput& input, CClearProgressR
                Message(IDS_IMAGE_CLEARED, IDS_OPERATION_COMPLETE_CAPTION, kPromptInformation));
     return;
   }
-  if (status == kImgCancelled) return;
-  while (ShowOperationError(owner, status, IDS_ERROR_CAPTION, IDS_CLEAR_FAILED, answers.path)) {
+  const std::optional<OperationErrorChoice> failure = ClearFailure(status, answers.path);
+  if (!failure.has_value()) return;  // cancelled
+  while (ShowOperationError(owner, *failure)) {
   }
 }
