@@ -18,8 +18,8 @@ class CHeaderKey {
   CHeaderKey(const CHeaderKey&) = delete;
   CHeaderKey& operator=(const CHeaderKey&) = delete;
 
-  // Reads the key information of the image at `path` and allocates the key buffer
-  // (0x40000005 when that fails).
+  // Once per key: reads the key information of the image at `path` and allocates the key
+  // buffer (0x40000005 when that fails).
   StatusCode Prepare(const std::u16string& path);
 
   // Derives the header key of `password` into the buffer, replacing the key it held.

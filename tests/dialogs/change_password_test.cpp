@@ -39,7 +39,7 @@ class CAnsweredDialog final : public CNewPasswordInput {
   bool ok_ = true;
 };
 
-class ChangePassword : public testing::Test {
+class ChangePasswordFlow : public testing::Test {
  protected:
   void SetUp() override
   {
@@ -52,7 +52,7 @@ class ChangePassword : public testing::Test {
 
 }  // namespace
 
-TEST_F(ChangePassword, ReKeysTheImage)
+TEST_F(ChangePasswordFlow, ReKeysTheImage)
 {
   CLiveBlocks blocks;
   EXPECT_EQ(ChangeImagePassword(path_, u"old secret", u"new secret"), kStatusSuccess);
@@ -61,13 +61,13 @@ TEST_F(ChangePassword, ReKeysTheImage)
   EXPECT_EQ(OpenWithPassword(path_, u"old secret"), kImgWrongPassword);
 }
 
-TEST_F(ChangePassword, SamePasswordKeepsTheKey)
+TEST_F(ChangePasswordFlow, SamePasswordKeepsTheKey)
 {
   EXPECT_EQ(ChangeImagePassword(path_, u"old secret", u"old secret"), kStatusSuccess);
   EXPECT_EQ(OpenWithPassword(path_, u"old secret"), kStatusSuccess);
 }
 
-TEST_F(ChangePassword, WrongOldPasswordFailsAtTheOpen)
+TEST_F(ChangePasswordFlow, WrongOldPasswordFailsAtTheOpen)
 {
   CLiveBlocks blocks;
   EXPECT_EQ(ChangeImagePassword(path_, u"Old secret", u"new secret"), kImgWrongPassword);
@@ -75,7 +75,7 @@ TEST_F(ChangePassword, WrongOldPasswordFailsAtTheOpen)
   EXPECT_EQ(OpenWithPassword(path_, u"old secret"), kStatusSuccess);
 }
 
-TEST_F(ChangePassword, EveryFailedWriteLeavesTheImageClosed)
+TEST_F(ChangePasswordFlow, EveryFailedWriteLeavesTheImageClosed)
 {
   SysFileFaults counting{};
   SysSetFileFaults(&counting);
@@ -110,7 +110,7 @@ TEST_F(ChangePassword, EveryFailedWriteLeavesTheImageClosed)
   EXPECT_GT(failures, 0u);
 }
 
-TEST_F(ChangePassword, EveryFailedAllocationLeavesNothingBehind)
+TEST_F(ChangePasswordFlow, EveryFailedAllocationLeavesNothingBehind)
 {
   uint64_t allocations = 0;
   {
@@ -142,7 +142,7 @@ TEST_F(ChangePassword, EveryFailedAllocationLeavesNothingBehind)
   EXPECT_TRUE(keyBufferRefused);
 }
 
-TEST_F(ChangePassword, CommandTellsTheSuccess)
+TEST_F(ChangePasswordFlow, CommandTellsTheSuccess)
 {
   CScriptedMessageBoxes boxes;
   boxes.Answer(kIdOk);
@@ -156,7 +156,7 @@ TEST_F(ChangePassword, CommandTellsTheSuccess)
   EXPECT_EQ(OpenWithPassword(path_, u"x"), kStatusSuccess);
 }
 
-TEST_F(ChangePassword, CommandReportsAWrongOldPassword)
+TEST_F(ChangePasswordFlow, CommandReportsAWrongOldPassword)
 {
   CScriptedMessageBoxes boxes;
   boxes.Answer(kIdOk);
@@ -172,7 +172,7 @@ TEST_F(ChangePassword, CommandReportsAWrongOldPassword)
   EXPECT_EQ(OpenWithPassword(path_, u"old secret"), kStatusSuccess);
 }
 
-TEST_F(ChangePassword, CommandNamesAMissingPath)
+TEST_F(ChangePasswordFlow, CommandNamesAMissingPath)
 {
   CScriptedMessageBoxes boxes;
   boxes.Answer(kIdOk);
@@ -185,7 +185,7 @@ TEST_F(ChangePassword, CommandNamesAMissingPath)
   EXPECT_EQ(boxes.Prompts()[0].caption, u"Cannot Change Password");
 }
 
-TEST_F(ChangePassword, RetryRepeatsTheMessageNotTheSteps)
+TEST_F(ChangePasswordFlow, RetryRepeatsTheMessageNotTheSteps)
 {
   // A directory cannot be read as an image: access denied, which offers Retry.
   const std::u16string folder = dir_.Text();
@@ -213,7 +213,7 @@ TEST_F(ChangePassword, RetryRepeatsTheMessageNotTheSteps)
   }
 }
 
-TEST_F(ChangePassword, CancelDoesNothing)
+TEST_F(ChangePasswordFlow, CancelDoesNothing)
 {
   CScriptedMessageBoxes boxes;
   CAnsweredDialog dialog = CAnsweredDialog::Cancelled();

@@ -67,7 +67,7 @@ StatusCode ClearFully(ImageHandle* image)
   return ImgClear(image, GoOn, nullptr);
 }
 
-class ClearImage : public testing::Test {
+class ClearCommand : public testing::Test {
  protected:
   void Create(uint64_t capacity, uint32_t flags = 0)
   {
@@ -86,7 +86,7 @@ class ClearImage : public testing::Test {
 
 }  // namespace
 
-TEST_F(ClearImage, SuccessIsToldAndTheImageClosed)
+TEST_F(ClearCommand, SuccessIsToldAndTheImageClosed)
 {
   Create(4 * kMegabyte, kCreateFixed);
   CScriptedMessageBoxes boxes;
@@ -104,7 +104,7 @@ TEST_F(ClearImage, SuccessIsToldAndTheImageClosed)
   EXPECT_EQ(OpenWithPassword(path_, u"secret"), kStatusSuccess);
 }
 
-TEST_F(ClearImage, CancelInTheProgressIsSilent)
+TEST_F(ClearCommand, CancelInTheProgressIsSilent)
 {
   Create(4 * kMegabyte);
   CScriptedMessageBoxes boxes;
@@ -116,7 +116,7 @@ TEST_F(ClearImage, CancelInTheProgressIsSilent)
   EXPECT_TRUE(boxes.Prompts().empty());
 }
 
-TEST_F(ClearImage, WrongPasswordIsReportedWithoutClearing)
+TEST_F(ClearCommand, WrongPasswordIsReportedWithoutClearing)
 {
   Create(4 * kMegabyte);
   CScriptedMessageBoxes boxes;
@@ -133,7 +133,7 @@ TEST_F(ClearImage, WrongPasswordIsReportedWithoutClearing)
   EXPECT_EQ(boxes.Prompts()[0].flags, 0x10u);
 }
 
-TEST_F(ClearImage, AFailedClearGivesTheFallbackWithItsCode)
+TEST_F(ClearCommand, AFailedClearGivesTheFallbackWithItsCode)
 {
   Create(4 * kMegabyte);
   CScriptedMessageBoxes boxes;
@@ -149,7 +149,7 @@ TEST_F(ClearImage, AFailedClearGivesTheFallbackWithItsCode)
   EXPECT_EQ(boxes.Prompts()[0].caption, u"Error");
 }
 
-TEST_F(ClearImage, RetryRepeatsTheMessageNotTheSteps)
+TEST_F(ClearCommand, RetryRepeatsTheMessageNotTheSteps)
 {
   Create(4 * kMegabyte);
   CScriptedMessageBoxes boxes;
@@ -163,7 +163,7 @@ TEST_F(ClearImage, RetryRepeatsTheMessageNotTheSteps)
   EXPECT_EQ(boxes.Prompts()[1].flags, 0x15u);
 }
 
-TEST_F(ClearImage, DialogCancelDoesNothing)
+TEST_F(ClearCommand, DialogCancelDoesNothing)
 {
   Create(4 * kMegabyte);
   CScriptedMessageBoxes boxes;
@@ -174,7 +174,7 @@ TEST_F(ClearImage, DialogCancelDoesNothing)
   EXPECT_TRUE(boxes.Prompts().empty());
 }
 
-TEST_F(ClearImage, SmallFixedAndLargeSparseImagesAreNotQuestioned)
+TEST_F(ClearCommand, SmallFixedAndLargeSparseImagesAreNotQuestioned)
 {
   for (const auto& [capacity, flags] : {std::pair<uint64_t, uint32_t>{255 * kMegabyte, 0},
                                         {256 * kMegabyte, 0},
@@ -195,7 +195,7 @@ TEST_F(ClearImage, SmallFixedAndLargeSparseImagesAreNotQuestioned)
 
 // A fixed image of exactly 256 MB: the question comes; "No" ends silently with the image
 // untouched, "Yes" goes on to the progress.
-TEST_F(ClearImage, FixedImageOfExactly256MegabytesIsQuestioned)
+TEST_F(ClearCommand, FixedImageOfExactly256MegabytesIsQuestioned)
 {
   Create(268435456, kCreateFixed);
   {
