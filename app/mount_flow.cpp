@@ -5,11 +5,11 @@
 
 #include "app/check_formatted.h"
 #include "app/monitor_control.h"
-#include "app/secret_text.h"
 #include "app/show_operation_error.h"
 #include "devhost/device_host_api.h"
 #include "res/resource.h"
 #include "services/shell.h"
+#include "system/wipe.h"
 
 namespace {
 
@@ -20,7 +20,7 @@ class CRequestHolder {
   explicit CRequestHolder(std::optional<MountRequest> request) : request_(std::move(request)) {}
   ~CRequestHolder()
   {
-    if (request_) WipeSecretText(request_->password);
+    if (request_) WipeText(request_->password);
   }
   CRequestHolder(const CRequestHolder&) = delete;
   CRequestHolder& operator=(const CRequestHolder&) = delete;

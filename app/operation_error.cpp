@@ -17,7 +17,10 @@ OperationErrorChoice ChooseOperationError(StatusCode status, unsigned captionId,
     case kImgInvalidPassword:
     case kImgWrongPassword: textId = IDS_OPEN_WRONG_PASSWORD; break;
     case kDevUnreachable: textId = IDS_NO_DRIVER_CONNECTION; break;
-    case kDevNotRunning: choice.startDeviceHost = true; return choice;
+    case kDevNotRunning:
+      choice.startDeviceHost = true;
+      choice.prompt.captionId = captionId;
+      return choice;
     default: break;
   }
   choice.prompt = MakePrompt(textId, captionId, flags, {subject, status});

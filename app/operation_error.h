@@ -14,7 +14,7 @@
 struct OperationErrorChoice {
   // The device host is not running: start its service. When that succeeds, the caller
   // retries the operation without any message; when it fails, the message is
-  // DeviceHostStartFailure's. `prompt` is then empty.
+  // DeviceHostStartFailure's. `prompt` then holds only the caption for it.
   bool startDeviceHost = false;
   // The message otherwise. Retry and Cancel (access denied) ask whether to try again.
   Prompt prompt;

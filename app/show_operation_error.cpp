@@ -1,17 +1,21 @@
 #include "app/show_operation_error.h"
 
-#include "app/operation_error.h"
-#include "app/prompt.h"
 #include "devhost/device_host_api.h"
 
-bool ShowOperationError(WindowRef owner, StatusCode status, unsigned captionId,
-                        unsigned defaultTextId, std::u16string_view subject)
+bool ShowOperationError(WindowRef owner, const OperationErrorChoice& choice)
 {
-  OperationErrorChoice choice = ChooseOperationError(status, captionId, defaultTextId, subject);
+  Prompt prompt = choice.prompt;
   if (choice.startDeviceHost) {
     const StatusCode started = CurrentDeviceHost().StartDeviceHostService();
     if (!IsFailure(started)) return true;
-    choice.prompt = DeviceHostStartFailure(started, captionId);
+    prompt = DeviceHostStartFailure(started, choice.prompt.captionId);
   }
-  return ShowPrompt(owner, choice.prompt) == kIdRetry;
+  return ShowPrompt(owner, prompt) == kIdRetry;
+}
+
+bool ShowOperationError(WindowRef owner, StatusCode status, unsigned captionId,
+                        unsigned fallbackTextId, std::u16string_view subject)
+{
+  return ShowOperationError(owner,
+                            ChooseOperationError(status, captionId, fallbackTextId, subject));
 }

@@ -1,18 +1,20 @@
-// Reports a failed operation to the user and tells the caller whether to try it again. The
-// message is ChooseOperationError's; a device host that is not running is started instead,
-// without a message, and the caller retries.
+// Shows the message a failed operation gives (ChooseOperationError) and reports whether the
+// caller should try the same operation again.
 #pragma once
 
 #include <string_view>
 
+#include "app/operation_error.h"
 #include "services/window_ref.h"
 #include "system/status.h"
 
-// For `status` 0x4006000B the device host service is started: when that works the result
-// is true at once and nothing is shown; when it fails, "Cannot start image mount driver"
-// is shown with the service's code. Every other status shows ChooseOperationError's
-// message, owned by `owner` (may be none), under `captionId`, with `defaultTextId` for the
-// codes without a text of their own. True only when the user chose Retry (which only the
-// access-denied message offers).
+// Shows `choice` (a choice of app/operation_error.h), owned by `owner`. When the device host
+// is not running it starts the device host's service instead: true at once without a
+// message when that succeeds, the start failure's message under the choice's caption when
+// it does not. Otherwise true only when the user chose Retry (offered for access denied).
+bool ShowOperationError(WindowRef owner, const OperationErrorChoice& choice);
+
+// The same for the choice of ChooseOperationError(status, captionId, fallbackTextId,
+// subject).
 bool ShowOperationError(WindowRef owner, StatusCode status, unsigned captionId,
-                        unsigned defaultTextId, std::u16string_view subject);
+                        unsigned fallbackTextId, std::u16string_view subject);

@@ -58,7 +58,7 @@ TEST(OperationError, DeviceHostNotRunningStartsItWithoutAMessage)
 {
   const OperationErrorChoice choice = Choose(0x4006000B);
   EXPECT_TRUE(choice.startDeviceHost);
-  EXPECT_EQ(choice.prompt, Prompt{});
+  EXPECT_EQ(choice.prompt, (Prompt{0, u"", IDS_CANNOT_MOUNT_CAPTION, 0x10}));
 }
 
 TEST(OperationError, ServiceStartFailureShowsTheServicesCode)
