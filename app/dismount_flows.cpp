@@ -1,5 +1,7 @@
 #include "app/dismount_flows.h"
 
+#include <functional>
+
 #include "app/prompt.h"
 #include "devhost/device_host_api.h"
 #include "res/resource.h"
@@ -16,6 +18,21 @@ void ReportDismountFailure(WindowRef owner, StatusCode status)
 bool UserAgrees(WindowRef owner, const Prompt& question)
 {
   return ShowPrompt(owner, question) == kIdYes;
+}
+
+// Runs `dismount` with `forced`; when the volume is in use, asks about the disk at
+// `mountPoint` and on Yes runs it again forced. A failure left over is reported.
+void DismountAskingWhenInUse(WindowRef owner, const std::u16string& mountPoint, uint32_t forced,
+                             const std::function<StatusCode(uint32_t forced)>& dismount)
+{
+  StatusCode status = dismount(forced);
+  if (status == kDevVolumeInUse) {
+    const Prompt question =
+        MakePrompt(IDS_DISK_IN_USE, IDS_WARNING_CAPTION, kPromptQuestion, {mountPoint});
+    if (!UserAgrees(owner, question)) return;
+    status = dismount(1);
+  }
+  if (IsFailure(status)) ReportDismountFailure(owner, status);
 }
 
 }  // namespace
@@ -40,12 +57,15 @@ void DismountAllFlow(WindowRef owner, uint32_t forced)
 void DismountMountPointFlow(WindowRef owner, const std::u16string& mountPoint, uint32_t forced)
 {
   DeviceHost& host = CurrentDeviceHost();
-  StatusCode status = host.DismountMountPoint(mountPoint, forced);
-  if (status == kDevVolumeInUse) {
-    const Prompt question =
-        MakePrompt(IDS_DISK_IN_USE, IDS_WARNING_CAPTION, kPromptQuestion, {mountPoint});
-    if (!UserAgrees(owner, question)) return;
-    status = host.DismountMountPoint(mountPoint, 1);
-  }
-  if (IsFailure(status)) ReportDismountFailure(owner, status);
+  DismountAskingWhenInUse(owner, mountPoint, forced, [&host, &mountPoint](uint32_t force) {
+    return host.DismountMountPoint(mountPoint, force);
+  });
+}
+
+void DismountDiskFlow(WindowRef owner, const MountedDisk& disk)
+{
+  DeviceHost& host = CurrentDeviceHost();
+  DismountAskingWhenInUse(owner, disk.mountPoint, 0, [&host, &disk](uint32_t force) {
+    return host.DismountById(disk.info.diskId, force);
+  });
 }

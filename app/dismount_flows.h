@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <string>
 
+#include "devhost/device_host_api.h"
 #include "services/window_ref.h"
 
 // Dismounts every disk (`forced` 0 or 1). Success, and a device host that is not running
@@ -20,3 +21,8 @@ void DismountAllFlow(WindowRef owner, uint32_t forced);
 // not apply here); Yes dismounts forced, No ends silently. A failure left over, a device
 // host that is not running included, shows "Operation failed" with its code.
 void DismountMountPointFlow(WindowRef owner, const std::u16string& mountPoint, uint32_t forced);
+
+// Dismounts one disk of the list by its disk id, not forced. When its volume is in use the
+// user is asked about its mount point as for a mount point; Yes dismounts forced, No ends
+// silently. A failure left over shows "Operation failed" with its code.
+void DismountDiskFlow(WindowRef owner, const MountedDisk& disk);

@@ -177,4 +177,54 @@ TEST_F(DismountFlowTest, DismountMountPointForcedRetryFailureIsShown)
   EXPECT_EQ(prompts.Prompts()[1].caption, u"Cannot Dismount Virtual Disk");
 }
 
+// A disk of the list, dismounted by its disk id.
+MountedDisk DiskAtP()
+{
+  MountedDisk disk;
+  disk.mountPoint = u"P:";
+  disk.imagePath = u"C:\\work.qvi";
+  disk.info.diskId.data1 = 0x11223344;
+  return disk;
+}
+
+TEST_F(DismountFlowTest, DismountDiskInUseAsksAboutItsMountPointAndYesForcesById)
+{
+  host.Answer(DeviceHostOperation::kDismountById, {0x4006000D, kStatusSuccess});
+  prompts.Answer(kIdYes);
+  DismountDiskFlow(Owner(), DiskAtP());
+  const std::vector<DeviceHostCall> calls = host.Calls();
+  ASSERT_EQ(calls.size(), 2u);
+  EXPECT_EQ(calls[0].operation, DeviceHostOperation::kDismountById);
+  EXPECT_EQ(calls[0].diskId.data1, 0x11223344u);
+  EXPECT_EQ(calls[0].forced, 0u);
+  EXPECT_EQ(calls[1].diskId.data1, 0x11223344u);
+  EXPECT_EQ(calls[1].forced, 1u);
+  ASSERT_EQ(prompts.Prompts().size(), 1u);
+  EXPECT_EQ(prompts.Prompts()[0].owner, Owner());
+  EXPECT_EQ(prompts.Prompts()[0].text, kDiskPInUse);
+  EXPECT_EQ(prompts.Prompts()[0].caption, u"Warning");
+  EXPECT_EQ(prompts.Prompts()[0].flags, 0x34u);
+}
+
+TEST_F(DismountFlowTest, DismountDiskInUseAndNoEndsSilently)
+{
+  host.Answer(DeviceHostOperation::kDismountById, {0x4006000D});
+  prompts.Answer(kIdNo);
+  DismountDiskFlow(Owner(), DiskAtP());
+  EXPECT_EQ(host.Calls().size(), 1u);
+  ASSERT_EQ(prompts.Prompts().size(), 1u);
+  EXPECT_EQ(prompts.Prompts()[0].text, kDiskPInUse);
+}
+
+TEST_F(DismountFlowTest, DismountDiskFailureIsShownWithItsCode)
+{
+  host.Answer(DeviceHostOperation::kDismountById, {0x4006000B});
+  prompts.Answer(kIdOk);
+  DismountDiskFlow(Owner(), DiskAtP());
+  ASSERT_EQ(prompts.Prompts().size(), 1u);
+  EXPECT_EQ(prompts.Prompts()[0].text, OperationFailed(u"4006000B"));
+  EXPECT_EQ(prompts.Prompts()[0].caption, u"Cannot Dismount Virtual Disk");
+  EXPECT_EQ(prompts.Prompts()[0].flags, 0x10u);
+}
+
 }  // namespace
