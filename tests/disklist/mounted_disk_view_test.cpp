@@ -3,11 +3,13 @@
 // free-space timer and the layout kept between runs.
 #include "disklist/mounted_disk_view_win.h"
 
+#include <algorithm>
 #include <map>
 #include <string>
 #include <vector>
 
 #include "app/flow_fixture.h"
+#include "res/resource.h"
 #include "support/ui_harness.h"
 
 namespace {
@@ -37,6 +39,41 @@ void ClickHeaderItem(HWND header, int index)
   SendMessageW(header, WM_LBUTTONDOWN, MK_LBUTTON, point);
   SendMessageW(header, WM_LBUTTONUP, 0, point);
 }
+
+// The frame: it records the popup menus that open for it and the commands it receives, and
+// drives each menu by keys from inside the menu loop: Down to the first item, then Enter.
+class CMenuDrivenFrame : public CCustomWindow {
+ public:
+  std::vector<UINT> firstItemsOfMenus;
+  std::vector<UINT> commands;
+
+ protected:
+  bool HandleMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) override
+  {
+    switch (message) {
+      case WM_INITMENUPOPUP:
+        firstItemsOfMenus.push_back(GetMenuItemID(reinterpret_cast<HMENU>(wParam), 0));
+        keysPosted_ = 0;
+        return false;
+      case WM_ENTERIDLE:
+        if (wParam == MSGF_MENU) {
+          const WPARAM keys[] = {VK_DOWN, VK_RETURN, VK_ESCAPE};
+          PostMessageW(Handle(), WM_KEYDOWN, keys[std::min(keysPosted_, 2)], 1);
+          ++keysPosted_;
+        }
+        return false;
+      default: return CCustomWindow::HandleMessage(message, wParam, lParam, result);
+    }
+  }
+  bool OnCommand(UINT id, UINT, HWND) override
+  {
+    commands.push_back(id);
+    return true;
+  }
+
+ private:
+  int keysPosted_ = 0;
+};
 
 class MountedDiskViewTest : public UiTest {
  protected:
@@ -81,7 +118,7 @@ class MountedDiskViewTest : public UiTest {
   FakeDeviceHost host_;
   std::map<std::u16string, uint64_t> freeBytes_;
   int freeSpaceQueries_ = 0;
-  CCustomWindow frame_;
+  CMenuDrivenFrame frame_;
   CMountedDiskView view_{
       [this](const std::u16string& mountPoint) { return FreeBytes(mountPoint); }};
 };
@@ -307,6 +344,53 @@ TEST_F(MountedDiskViewTest, BrowseOpensEachSelectedFormattedDisk)
   EXPECT_EQ(probe.Paths(), (std::vector<std::u16string>{u"P:\\", u"Q:\\"}));
   ASSERT_EQ(shell_.Calls().size(), 1u);
   EXPECT_EQ(shell_.Calls()[0].path, u"P:");
+}
+
+TEST_F(MountedDiskViewTest, DoubleClickOnARowBrowsesIt)
+{
+  CScriptedDirectoryProbe probe;
+  Show();
+  RECT row{};
+  row.left = LVIR_BOUNDS;
+  ASSERT_NE(view_.Send(LVM_GETITEMRECT, 2, reinterpret_cast<LPARAM>(&row)), 0);
+  const LPARAM point = MAKELPARAM(row.left + 10, (row.top + row.bottom) / 2);
+  probe.Answer(ERROR_ACCESS_DENIED);
+  shell_.AnswerOpen(kStatusSuccess);
+  view_.Send(WM_LBUTTONDOWN, MK_LBUTTON, point);
+  view_.Send(WM_LBUTTONUP, 0, point);
+  view_.Send(WM_LBUTTONDBLCLK, MK_LBUTTON, point);
+  view_.Send(WM_LBUTTONUP, 0, point);
+  EXPECT_EQ(probe.Paths(), std::vector<std::u16string>{u"R:\\"});
+  ASSERT_EQ(shell_.Calls().size(), 1u);
+  EXPECT_EQ(shell_.Calls()[0].path, u"R:");
+}
+
+TEST_F(MountedDiskViewTest, ContextMenuOverTheRowsIsTheListsMenuAndItsCommandGoesToTheFrame)
+{
+  Show();
+  RECT row{};
+  row.left = LVIR_BOUNDS;
+  ASSERT_NE(view_.Send(LVM_GETITEMRECT, 1, reinterpret_cast<LPARAM>(&row)), 0);
+  POINT point{row.left + 10, (row.top + row.bottom) / 2};
+  ClientToScreen(List(), &point);
+  SetCursorPos(point.x, point.y);
+  view_.Send(WM_CONTEXTMENU, reinterpret_cast<WPARAM>(List()), MAKELPARAM(point.x, point.y));
+  PumpMessages();
+  EXPECT_EQ(frame_.firstItemsOfMenus, std::vector<UINT>{ID_DISK_BROWSE});
+  EXPECT_EQ(frame_.commands, std::vector<UINT>{ID_DISK_BROWSE});
+}
+
+TEST_F(MountedDiskViewTest, ContextMenuOverTheHeaderIsTheColumnsMenu)
+{
+  Show();
+  RECT header{};
+  GetWindowRect(Header().Handle(), &header);
+  const POINT point{header.left + 20, (header.top + header.bottom) / 2};
+  SetCursorPos(point.x, point.y);
+  view_.Send(WM_CONTEXTMENU, reinterpret_cast<WPARAM>(List()), MAKELPARAM(point.x, point.y));
+  PumpMessages();
+  EXPECT_EQ(frame_.firstItemsOfMenus, std::vector<UINT>{ID_VIEW_COLUMN_MOUNT_POINT});
+  EXPECT_EQ(frame_.commands, std::vector<UINT>{ID_VIEW_COLUMN_MOUNT_POINT});
 }
 
 }  // namespace
