@@ -2,23 +2,12 @@
 
 #include "dialogs/image_browse.h"
 #include "dialogs/password_checks.h"
+#include "dialogs/program_icon_win.h"
 #include "res/resource.h"
 #include "services/window_ref_win.h"
 #include "system/wide_text_win.h"
 #include "system/wipe.h"
 #include "ui/controls/edit.h"
-#include "ui/window.h"
-
-namespace {
-
-void SetIcon(HWND dialog, WPARAM which, int metricX, int metricY)
-{
-  const HANDLE icon = LoadImageW(ResourceModule(), MAKEINTRESOURCEW(IDR_MAINFRAME), IMAGE_ICON,
-                                 GetSystemMetrics(metricX), GetSystemMetrics(metricY), LR_SHARED);
-  SendMessageW(dialog, WM_SETICON, which, reinterpret_cast<LPARAM>(icon));
-}
-
-}  // namespace
 
 CImagePasswordDlg::CImagePasswordDlg(UINT templateId, std::initializer_list<int> passwordFields)
     : CDialog(templateId), passwordFields_(passwordFields)
@@ -32,8 +21,7 @@ CImagePasswordDlg::~CImagePasswordDlg()
 
 bool CImagePasswordDlg::OnInitDialog(HWND)
 {
-  SetIcon(hwnd_, ICON_BIG, SM_CXICON, SM_CYICON);
-  SetIcon(hwnd_, ICON_SMALL, SM_CXSMICON, SM_CYSMICON);
+  SetProgramIcons(hwnd_);
   const bool written = PutField(IDC_IMAGE_PATH, path_);
   EnableItem(IDOK, ImagePathAccepted(path_));
   CenterWindow();
