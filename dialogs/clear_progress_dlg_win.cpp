@@ -18,8 +18,10 @@ StatusCode CClearVirtualDiskImageProgressDlg::Run(WindowRef owner, ImageHandle* 
   estimate_ = CRemainingTimeEstimate(kClearProgressDifferences);
   status_ = kStatusSuccess;
   cancelRequested_ = false;
-  if (DoModal(ToHwnd(owner)) == -1) return MapSystemError(GetLastError());
-  return status_;
+  if (DoModal(ToHwnd(owner)) != -1) return status_;
+  // The dialog could not be created, so the worker never ran.
+  const StatusCode why = MapSystemError(GetLastError());
+  return IsFailure(why) ? why : kSysGeneralFailure;
 }
 
 bool CClearVirtualDiskImageProgressDlg::OnInitDialog(HWND)
