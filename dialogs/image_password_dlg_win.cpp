@@ -14,11 +14,6 @@ CImagePasswordDlg::CImagePasswordDlg(UINT templateId, std::initializer_list<int>
 {
 }
 
-CImagePasswordDlg::~CImagePasswordDlg()
-{
-  WipeText(path_);
-}
-
 bool CImagePasswordDlg::OnInitDialog(HWND)
 {
   SetProgramIcons(hwnd_);

@@ -19,7 +19,6 @@ class CImagePasswordDlg : public CDialog {
  protected:
   // `passwordFields`: the ids of the template's password edit controls.
   CImagePasswordDlg(UINT templateId, std::initializer_list<int> passwordFields);
-  ~CImagePasswordDlg() override;
 
   // Sets the icons, puts the path into its field, enables OK by the path and centres the
   // dialog; the derived dialog then puts its own fields.
