@@ -21,8 +21,9 @@ inline StatusCode CreatePasswordImage(const std::u16string& path, std::u16string
   return CreateImage(path, keys, CreateParams(capacity, flags));
 }
 
-// Opens the image with the key of `password` and closes it again; the open's status.
-inline StatusCode OpenWithPassword(const std::u16string& path, std::u16string_view password)
+// Opens the image with the key of `password` into `image`.
+inline StatusCode OpenImageWithPassword(const std::u16string& path, std::u16string_view password,
+                                        ImageHandle** image)
 {
   ImageKeyInfo info{};
   info.recordSize = sizeof(info);
@@ -32,8 +33,14 @@ inline StatusCode OpenWithPassword(const std::u16string& path, std::u16string_vi
   status = CryptoDeriveKey(password.data(), static_cast<uint32_t>(password.size()),
                            info.identityBlock, 64, key.data(), info.keyLength);
   if (IsFailure(status)) return status;
+  return ImgOpen(path.c_str(), 0, key.data(), info.keyLength, image);
+}
+
+// Opens the image with the key of `password` and closes it again; the open's status.
+inline StatusCode OpenWithPassword(const std::u16string& path, std::u16string_view password)
+{
   ImageHandle* image = nullptr;
-  status = ImgOpen(path.c_str(), 0, key.data(), info.keyLength, &image);
+  const StatusCode status = OpenImageWithPassword(path, password, &image);
   if (!IsFailure(status)) ImgClose(image, 0);
   return status;
 }

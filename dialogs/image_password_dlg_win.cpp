@@ -1,0 +1,71 @@
+#include "dialogs/image_password_dlg_win.h"
+
+#include "dialogs/image_browse.h"
+#include "dialogs/password_checks.h"
+#include "dialogs/program_icon_win.h"
+#include "res/resource.h"
+#include "services/window_ref_win.h"
+#include "system/wide_text_win.h"
+#include "system/wipe.h"
+#include "ui/controls/edit.h"
+
+CImagePasswordDlg::CImagePasswordDlg(UINT templateId, std::initializer_list<int> passwordFields)
+    : CDialog(templateId), passwordFields_(passwordFields)
+{
+}
+
+bool CImagePasswordDlg::OnInitDialog(HWND)
+{
+  SetProgramIcons(hwnd_);
+  const bool written = PutField(IDC_IMAGE_PATH, path_);
+  EnableItem(IDOK, ImagePathAccepted(path_));
+  CenterWindow();
+  return written;
+}
+
+bool CImagePasswordDlg::OnCommand(UINT id, UINT code, HWND control)
+{
+  if (id == IDC_BROWSE && code == BN_CLICKED) {
+    Browse();
+    return true;
+  }
+  if (id == IDC_IMAGE_PATH && code == EN_CHANGE) {
+    EnableItem(IDOK, ImagePathAccepted(ReadField(IDC_IMAGE_PATH)));
+    return true;
+  }
+  return CDialog::OnCommand(id, code, control);
+}
+
+void CImagePasswordDlg::OnDestroy()
+{
+  for (const int id : passwordFields_) CEditCtrl(Item(id)).WipeText();
+}
+
+bool CImagePasswordDlg::PutField(int id, const std::u16string& text)
+{
+  if (SetDlgItemTextW(hwnd_, id, Wide(text)) != 0) return true;
+  MessageBeep(MB_OK);
+  FocusField(id);
+  return false;
+}
+
+std::u16string CImagePasswordDlg::ReadField(int id) const
+{
+  std::wstring buffer = ItemText(id);
+  std::u16string text(Utf16(buffer.c_str()), buffer.size());
+  buffer.resize(buffer.capacity());
+  WipeBytes(buffer.data(), buffer.size() * sizeof(wchar_t));
+  return text;
+}
+
+void CImagePasswordDlg::FocusField(int id)
+{
+  SendMessageW(hwnd_, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(Item(id)), TRUE);
+}
+
+void CImagePasswordDlg::Browse()
+{
+  const std::u16string current = ReadField(IDC_IMAGE_PATH);
+  const auto choice = ChooseFileToOpen(ImageBrowseRequest(ToWindowRef(hwnd_), current));
+  if (choice) SetDlgItemTextW(hwnd_, IDC_IMAGE_PATH, Wide(choice->path));
+}

@@ -1,0 +1,82 @@
+// The screenshot program of the change-password and clear dialogs: each dialog filled with
+// sample data, and the clearing progress dialog part-way through a clear.
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include <array>
+
+#include "dialogs/clear_image_dlg_win.h"
+#include "dialogs/clear_progress_dlg_win.h"
+#include "dialogs/new_password_dlg_win.h"
+#include "res/resource.h"
+#include "system/clock.h"
+#include "tools/screenshot/screenshot_tool.h"
+#include "ui/worker_thread.h"
+
+namespace {
+
+constexpr wchar_t kSamplePath[] = L"C:\\Users\\Anna\\Documents\\Work disk.qvi";
+
+HWND ShowFilled(CImagePasswordDlg& dialog, std::initializer_list<int> passwordFields)
+{
+  const HWND window = dialog.Create(nullptr);
+  if (window == nullptr) return nullptr;
+  SetDlgItemTextW(window, IDC_IMAGE_PATH, kSamplePath);
+  for (const int id : passwordFields) SetDlgItemTextW(window, id, L"sample secret");
+  ShowWindow(window, SW_SHOW);
+  return window;
+}
+
+HWND ChangePassword()
+{
+  static CNewPasswordDlg dialog;
+  return ShowFilled(dialog, {IDC_PASSWORD, IDC_NEW_PASSWORD, IDC_CONFIRM_PASSWORD});
+}
+
+HWND ClearImage()
+{
+  static CClearVirtualDiskImageDlg dialog;
+  return ShowFilled(dialog, {IDC_PASSWORD});
+}
+
+// The scene's worker has no image to clear and ends at once; its completion is kept from
+// the dialog, which then takes the scene's progress reports as a worker's.
+LRESULT CALLBACK KeepCompletion(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
+                                UINT_PTR id, DWORD_PTR)
+{
+  if (message == kWorkerDoneMessage) return 0;
+  if (message == WM_NCDESTROY) RemoveWindowSubclass(window, KeepCompletion, id);
+  return DefSubclassProc(window, message, wParam, lParam);
+}
+
+// Six tenths done, the first report thirty seconds ago: twenty seconds remain.
+HWND ClearProgress()
+{
+  static CClearVirtualDiskImageProgressDlg dialog;
+  constexpr uint64_t kStart = 1'700'000'000;
+  SysFreezeClock(kStart);
+  const HWND window = dialog.Create(nullptr);
+  if (window == nullptr) return nullptr;
+  SetWindowSubclass(window, KeepCompletion, 0, 0);
+  SendMessageW(window, kWorkerProgressMessage, 0, 100);
+  SysFreezeClock(kStart + 30);
+  SendMessageW(window, kWorkerProgressMessage, 60, 100);
+  SendMessageW(window, WM_TIMER, CClearVirtualDiskImageProgressDlg::kEstimateTimer, 0);
+  SendMessageW(window, WM_TIMER, CClearVirtualDiskImageProgressDlg::kBarTimer, 0);
+  ShowWindow(window, SW_SHOW);
+  return window;
+}
+
+constexpr std::array<ScreenshotScene, 3> kScenes = {{
+    {L"change-password", ChangePassword},
+    {L"clear-image", ClearImage},
+    {L"clear-progress", ClearProgress},
+}};
+
+}  // namespace
+
+int main()
+{
+  return RunScreenshotTool(kScenes);
+}
