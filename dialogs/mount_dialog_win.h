@@ -22,8 +22,8 @@ class CMountDlg : public CDialog, public CMountRequestSource {
   // Runs the dialog modally with `initialPath` in the path field; the request after OK.
   std::optional<MountRequest> Ask(WindowRef owner, const std::u16string& initialPath) override;
 
-  // What the dialog collected: filled on OK (and the path, password and options also when
-  // Browse runs).
+  // What the dialog collected: filled on OK (path and password also when Browse runs); the
+  // password is wiped once Ask has handed the request over.
   const MountRequest& Request() const { return request_; }
 
  protected:

@@ -434,3 +434,22 @@ TEST_F(MountDialogTest, ThePasswordFieldIsWipedBeforeTheDialogCloses)
   EXPECT_FALSE(IsWindow(window));
   EXPECT_TRUE(textAtDestroy.empty()) << textAtDestroy;
 }
+
+// Wine's prefix maps C: to its system folder and Z: to the Unix root, and connects no
+// network drives.
+TEST_F(MountDialogTest, SystemFactsTakeTheDrivesInUse)
+{
+  const DriveLetterFacts facts = GatherDriveFacts();
+  EXPECT_EQ(facts.lettersInUse & (Bit('C') | Bit('Z')), Bit('C') | Bit('Z'));
+  EXPECT_EQ(facts.lettersInUse, static_cast<uint32_t>(GetLogicalDrives()));
+  EXPECT_TRUE(facts.networkLocalNames.empty());
+
+  CMountDlg dialog(u"");
+  const HWND window = dialog.Create(nullptr);
+  ASSERT_NE(window, nullptr);
+  const std::vector<std::wstring> entries = ListEntries(GetDlgItem(window, IDC_MOUNT_POINT));
+  EXPECT_FALSE(entries.empty());
+  EXPECT_EQ(std::count(entries.begin(), entries.end(), L"C:"), 0);
+  EXPECT_EQ(std::count(entries.begin(), entries.end(), L"Z:"), 0);
+  EXPECT_EQ(entries.size(), FreeDriveLetters(facts).size());
+}
