@@ -42,6 +42,18 @@
 #define IDD_OPTIONS_GENERAL 156
 #define IDD_OPTIONS_MONITOR 158
 
+// Controls of the dialogs. The image path, its Browse button and the password field have
+// the same ids in every dialog that asks for an image.
+#define IDC_IMAGE_PATH 1005
+#define IDC_BROWSE 1006
+#define IDC_PASSWORD 1007
+// The mount dialog's own controls.
+#define IDC_MOUNT_KEYBOARD 1001
+#define IDC_MOUNT_INVISIBLE 1008
+#define IDC_MOUNT_POINT 1011
+#define IDC_MOUNT_READ_ONLY 1012
+#define IDC_MOUNT_REMOVABLE 1013
+
 // Commands of the menu, the toolbar, the accelerators and the list's context menu.
 #define ID_FILE_NEW_IMAGE 40000
 #define ID_FILE_MOUNT_IMAGE 40001
@@ -159,8 +171,5 @@
 #define IDC_CLEAR_PROGRESS_BAR 1001
 #define IDC_NEW_PASSWORD 1002
 #define IDC_REMAINING_TIME 1002
-#define IDC_IMAGE_PATH 1005
-#define IDC_BROWSE 1006
-#define IDC_PASSWORD 1007
 #define IDC_WARNING_ICON 1009
 #define IDC_WARNING_TEXT 1010

@@ -1,5 +1,5 @@
-// The screenshot program of the change-password and clear dialogs: each dialog filled with
-// sample data, and the clearing progress dialog part-way through a clear.
+// The screenshot program of the dialogs: each dialog filled with sample data, and the
+// clearing progress dialog part-way through a clear.
 #include <windows.h>
 
 #include <commctrl.h>
@@ -8,6 +8,7 @@
 
 #include "dialogs/clear_image_dlg_win.h"
 #include "dialogs/clear_progress_dlg_win.h"
+#include "dialogs/mount_dialog_win.h"
 #include "dialogs/new_password_dlg_win.h"
 #include "res/resource.h"
 #include "system/clock.h"
@@ -68,7 +69,26 @@ HWND ClearProgress()
   return window;
 }
 
-constexpr std::array<ScreenshotScene, 3> kScenes = {{
+// Drives A:, C: and D: in use, so that the list starts at B: and skips C: and D:.
+DriveLetterFacts SampleDriveFacts()
+{
+  DriveLetterFacts facts;
+  facts.lettersInUse = 0b1101;
+  return facts;
+}
+
+HWND MountDialog()
+{
+  static CMountDlg dialog(u"C:\\Users\\ann\\Documents\\work.qvi", SampleDriveFacts);
+  const HWND window = dialog.Create(nullptr);
+  if (window == nullptr) return nullptr;
+  dialog.SetItemText(IDC_PASSWORD, L"sample password");
+  ShowWindow(window, SW_SHOW);
+  return window;
+}
+
+constexpr std::array<ScreenshotScene, 4> kScenes = {{
+    {L"mount-dialog", MountDialog},
     {L"change-password", ChangePassword},
     {L"clear-image", ClearImage},
     {L"clear-progress", ClearProgress},
