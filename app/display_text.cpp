@@ -52,17 +52,21 @@ std::u16string FormatDurationText(uint32_t seconds)
   return UnitCount(seconds, IDS_ONE_SECOND, IDS_SECONDS);
 }
 
+std::optional<std::u16string> AlgorithmName(uint32_t algorithm)
+{
+  switch (algorithm) {
+    case 0: return LoadText(IDS_ALGORITHM_AES);
+    case 1: return LoadText(IDS_ALGORITHM_BLOWFISH);
+    case 2: return LoadText(IDS_ALGORITHM_CAST);
+    default: return std::nullopt;
+  }
+}
+
 std::u16string FormatAlgorithmText(uint32_t algorithm, uint32_t keyLengthBytes)
 {
-  unsigned name = IDS_ALGORITHM_UNKNOWN;
-  switch (algorithm) {
-    case 0: name = IDS_ALGORITHM_AES; break;
-    case 1: name = IDS_ALGORITHM_BLOWFISH; break;
-    case 2: name = IDS_ALGORITHM_CAST; break;
-    default: break;
-  }
+  const std::u16string name = AlgorithmName(algorithm).value_or(LoadText(IDS_ALGORITHM_UNKNOWN));
   const uint32_t bits = keyLengthBytes * 8u;
-  return FormatText(u"%s-%u", {LoadText(name), bits});
+  return FormatText(u"%s-%u", {name, bits});
 }
 
 std::u16string ProcessLocaleName(const std::u16string& language, const std::u16string& country,

@@ -18,6 +18,9 @@ std::u16string FormatDateTimeText(uint64_t seconds);
 // The largest whole unit of a duration, truncated: "1 day", "23 hours", "0 seconds".
 std::u16string FormatDurationText(uint32_t seconds);
 
+// The cipher's bare name by id: "AES", "BLOWFISH", "CAST"; nothing for any other id.
+std::optional<std::u16string> AlgorithmName(uint32_t algorithm);
+
 // The cipher's name and the key length in bits: "AES-256"; "Unknown-64" for an id
 // without a name.
 std::u16string FormatAlgorithmText(uint32_t algorithm, uint32_t keyLengthBytes);

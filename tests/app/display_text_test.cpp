@@ -89,6 +89,15 @@ TEST_F(DisplayText, AlgorithmWithoutNameIsUnknown)
   EXPECT_EQ(FormatAlgorithmText(UINT32_MAX, 0), u"Unknown-0");
 }
 
+TEST_F(DisplayText, BareAlgorithmNameOnlyForTheNamedIds)
+{
+  EXPECT_EQ(AlgorithmName(0), u"AES");
+  EXPECT_EQ(AlgorithmName(1), u"BLOWFISH");
+  EXPECT_EQ(AlgorithmName(2), u"CAST");
+  EXPECT_EQ(AlgorithmName(3), std::nullopt);
+  EXPECT_EQ(AlgorithmName(UINT32_MAX), std::nullopt);
+}
+
 TEST(ProcessLocaleName, LanguageCountryAndAnsiCodePage)
 {
   EXPECT_EQ(ProcessLocaleName(u"English", u"United States", u"1252", u"437"),
