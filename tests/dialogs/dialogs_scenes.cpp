@@ -1,5 +1,5 @@
-// The screenshot program of the dialogs: each dialog filled with sample data, and the
-// clearing progress dialog part-way through a clear.
+// The screenshot program of the dialogs: each dialog filled with sample data (the properties
+// dialog with a sample disk), and the clearing progress dialog part-way through a clear.
 #include <windows.h>
 
 #include <commctrl.h>
@@ -8,10 +8,12 @@
 
 #include "dialogs/clear_image_dlg_win.h"
 #include "dialogs/clear_progress_dlg_win.h"
+#include "dialogs/disk_properties_dlg_win.h"
 #include "dialogs/mount_dialog_win.h"
 #include "dialogs/new_password_dlg_win.h"
 #include "res/resource.h"
 #include "system/clock.h"
+#include "system/wide_text_win.h"
 #include "tools/screenshot/screenshot_tool.h"
 #include "ui/worker_thread.h"
 
@@ -87,11 +89,32 @@ HWND MountDialog()
   return window;
 }
 
-constexpr std::array<ScreenshotScene, 4> kScenes = {{
+// A fixed-size AES-256 image of 1.5 GiB mounted read-only at E:.
+HWND Properties()
+{
+  static MountedDisk disk;
+  disk.imagePath = Utf16(kSamplePath);
+  disk.mountPoint = u"E:\\";
+  disk.mountFlags = kMountReadOnly;
+  disk.info.imageFlags = 0x1;
+  disk.info.creationTime = 1'700'000'000;
+  disk.info.mountTime = 1'700'500'000;
+  disk.info.capacity = 1'610'612'736;
+  disk.info.algorithm = 0;
+  disk.info.keyLength = 32;
+  static CVirtualDiskPropertiesDlg dialog(disk);
+  const HWND window = dialog.Create(nullptr);
+  if (window == nullptr) return nullptr;
+  ShowWindow(window, SW_SHOW);
+  return window;
+}
+
+constexpr std::array<ScreenshotScene, 5> kScenes = {{
     {L"mount-dialog", MountDialog},
     {L"change-password", ChangePassword},
     {L"clear-image", ClearImage},
     {L"clear-progress", ClearProgress},
+    {L"properties", Properties},
 }};
 
 }  // namespace
