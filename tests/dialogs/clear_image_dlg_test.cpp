@@ -34,32 +34,21 @@ TEST_F(ClearImageDlgTest, TheTemplateShowsTheDesignedControls)
   ASSERT_NE(window, nullptr);
   EXPECT_EQ(CWindow::WindowText(window), L"Clear Virtual Disk Image");
   const std::vector<ControlSeen> controls = DialogControls(window);
-  struct Expected {
-    int id;
-    const wchar_t* className;
-    const wchar_t* text;
-  };
-  const Expected expected[] = {
-      {-1, L"Static", L"Disk &Image:"},
-      {IDC_IMAGE_PATH, L"Edit", L""},
-      {IDC_BROWSE, L"Button", L"&Browse..."},
-      {-1, L"Static", L"&Password:"},
-      {IDC_PASSWORD, L"Edit", L""},
-      {IDC_WARNING_ICON, L"Static", L""},
-      {IDC_WARNING_TEXT, L"Static",
-       L"After the virtual disk image has been cleared it will be impossible to restore its "
-       L"contents!"},
-      {IDOK, L"Button", L"&OK"},
-      {IDCANCEL, L"Button", L"&Cancel"},
-  };
-  ASSERT_EQ(controls.size(), std::size(expected));
-  for (size_t i = 0; i < controls.size(); ++i) {
-    SCOPED_TRACE(i);
-    EXPECT_EQ(controls[i].id, expected[i].id);
-    EXPECT_EQ(_wcsicmp(controls[i].className.c_str(), expected[i].className), 0)
-        << controls[i].className;
-    EXPECT_EQ(controls[i].text, expected[i].text);
-  }
+  ASSERT_NO_FATAL_FAILURE(ExpectControls(
+      controls,
+      {
+          {-1, L"Static", L"Disk &Image:"},
+          {IDC_IMAGE_PATH, L"Edit", L""},
+          {IDC_BROWSE, L"Button", L"&Browse..."},
+          {-1, L"Static", L"&Password:"},
+          {IDC_PASSWORD, L"Edit", L""},
+          {IDC_WARNING_ICON, L"Static", L""},
+          {IDC_WARNING_TEXT, L"Static",
+           L"After the virtual disk image has been cleared it will be impossible to restore its "
+           L"contents!"},
+          {IDOK, L"Button", L"&OK"},
+          {IDCANCEL, L"Button", L"&Cancel"},
+      }));
   EXPECT_EQ(controls[1].style & ES_PASSWORD, 0u);
   EXPECT_NE(controls[4].style & ES_PASSWORD, 0u);
   EXPECT_EQ(controls[5].style & SS_TYPEMASK, static_cast<DWORD>(SS_ICON));

@@ -129,26 +129,14 @@ TEST_F(ClearProgressDlgTest, TheCommandClearsARealImageThroughBothDialogs)
 
   // The window as it showed during the clear, before its first estimate.
   EXPECT_EQ(title, L"Clearing Virtual Disk Image");
-  struct Expected {
-    int id;
-    const wchar_t* className;
-    const wchar_t* text;
-  };
-  const Expected expected[] = {
-      {-1, L"Static", L"Clearing virtual disk image. Please wait."},
-      {IDC_CLEAR_PROGRESS_BAR, L"msctls_progress32", L""},
-      {-1, L"Static", L"Remaining time:"},
-      {IDC_REMAINING_TIME, L"Static", L""},
-      {IDCANCEL, L"Button", L"&Cancel"},
-  };
-  ASSERT_EQ(controls.size(), std::size(expected));
-  for (size_t i = 0; i < controls.size(); ++i) {
-    SCOPED_TRACE(i);
-    EXPECT_EQ(controls[i].id, expected[i].id);
-    EXPECT_EQ(_wcsicmp(controls[i].className.c_str(), expected[i].className), 0)
-        << controls[i].className;
-    EXPECT_EQ(controls[i].text, expected[i].text);
-  }
+  ASSERT_NO_FATAL_FAILURE(
+      ExpectControls(controls, {
+                                   {-1, L"Static", L"Clearing virtual disk image. Please wait."},
+                                   {IDC_CLEAR_PROGRESS_BAR, L"msctls_progress32", L""},
+                                   {-1, L"Static", L"Remaining time:"},
+                                   {IDC_REMAINING_TIME, L"Static", L""},
+                                   {IDCANCEL, L"Button", L"&Cancel"},
+                               }));
   EXPECT_EQ(controls[4].style & BS_TYPEMASK, static_cast<DWORD>(BS_PUSHBUTTON));
 }
 

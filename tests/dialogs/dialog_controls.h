@@ -5,7 +5,9 @@
 #include <windows.h>
 
 #include <commctrl.h>
+#include <gtest/gtest.h>
 
+#include <initializer_list>
 #include <string>
 #include <vector>
 
@@ -29,6 +31,30 @@ inline std::vector<ControlSeen> DialogControls(HWND dialog)
                                    static_cast<DWORD>(GetWindowLongW(child, GWL_STYLE))});
   }
   return controls;
+}
+
+// A control a template is expected to hold, in tab order.
+struct ExpectedControl {
+  int id;
+  const wchar_t* className;
+  const wchar_t* text;
+};
+
+// Checks the controls read back against the expected ones: the same count, and each id,
+// class name (in any case) and text.
+inline void ExpectControls(const std::vector<ControlSeen>& controls,
+                           std::initializer_list<ExpectedControl> expected)
+{
+  ASSERT_EQ(controls.size(), expected.size());
+  size_t i = 0;
+  for (const ExpectedControl& control : expected) {
+    SCOPED_TRACE(i);
+    EXPECT_EQ(controls[i].id, control.id);
+    EXPECT_EQ(_wcsicmp(controls[i].className.c_str(), control.className), 0)
+        << controls[i].className;
+    EXPECT_EQ(controls[i].text, control.text);
+    ++i;
+  }
 }
 
 // The text a window had when it was destroyed, seen through a subclass; for the tests that a

@@ -54,27 +54,19 @@ TEST_F(NewPasswordDlgTest, TheTemplateShowsTheDesignedControls)
   ASSERT_NE(window, nullptr);
   EXPECT_EQ(CWindow::WindowText(window), L"Set New Password");
   const std::vector<ControlSeen> controls = DialogControls(window);
-  struct Expected {
-    int id;
-    const wchar_t* className;
-    const wchar_t* text;
-  };
-  const Expected expected[] = {
-      {-1, L"Button", L"Virtual disk image"}, {IDC_IMAGE_PATH, L"Edit", L""},
-      {IDC_BROWSE, L"Button", L"Browse..."},  {-1, L"Static", L"Old &Password:"},
-      {IDC_PASSWORD, L"Edit", L""},           {-1, L"Static", L"&New Password:"},
-      {IDC_NEW_PASSWORD, L"Edit", L""},       {-1, L"Static", L"&Confirm Password:"},
-      {IDC_CONFIRM_PASSWORD, L"Edit", L""},   {IDOK, L"Button", L"OK"},
-      {IDCANCEL, L"Button", L"Cancel"},
-  };
-  ASSERT_EQ(controls.size(), std::size(expected));
-  for (size_t i = 0; i < controls.size(); ++i) {
-    SCOPED_TRACE(i);
-    EXPECT_EQ(controls[i].id, expected[i].id);
-    EXPECT_EQ(_wcsicmp(controls[i].className.c_str(), expected[i].className), 0)
-        << controls[i].className;
-    EXPECT_EQ(controls[i].text, expected[i].text);
-  }
+  ASSERT_NO_FATAL_FAILURE(ExpectControls(controls, {
+                                                       {-1, L"Button", L"Virtual disk image"},
+                                                       {IDC_IMAGE_PATH, L"Edit", L""},
+                                                       {IDC_BROWSE, L"Button", L"Browse..."},
+                                                       {-1, L"Static", L"Old &Password:"},
+                                                       {IDC_PASSWORD, L"Edit", L""},
+                                                       {-1, L"Static", L"&New Password:"},
+                                                       {IDC_NEW_PASSWORD, L"Edit", L""},
+                                                       {-1, L"Static", L"&Confirm Password:"},
+                                                       {IDC_CONFIRM_PASSWORD, L"Edit", L""},
+                                                       {IDOK, L"Button", L"OK"},
+                                                       {IDCANCEL, L"Button", L"Cancel"},
+                                                   }));
   EXPECT_EQ(controls[0].style & BS_TYPEMASK, static_cast<DWORD>(BS_GROUPBOX));
   EXPECT_EQ(controls[1].style & ES_PASSWORD, 0u);
   for (const size_t password : {4u, 6u, 8u}) {
