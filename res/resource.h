@@ -178,6 +178,18 @@
 #define IDS_PASSWORD_CHANGED 40097
 #define IDS_CREATING_FILE_SYSTEM 40103
 
+// Controls of the options sheet's General and Monitor pages.
+#define IDC_OPTION_HOT_KEY_TEXT 1000
+#define IDC_OPTION_HOT_KEY_LABEL 1001
+#define IDC_OPTION_AUTOSTART 1003
+#define IDC_OPTION_PRIVACY 1005
+#define IDC_OPTION_INVISIBLE 1008
+#define IDC_OPTION_IGNORE_OPEN_FILES 1009
+#define IDC_OPTION_ENABLE_MONITOR 1010
+#define IDC_OPTION_UNLOAD_MONITOR 1011
+#define IDC_OPTION_HOT_KEY 1012
+#define IDC_OPTION_REMOVABLE 1013
+
 // Controls of the change-password, clear and clearing progress dialogs.
 #define IDC_CONFIRM_PASSWORD 1000
 #define IDC_CLEAR_PROGRESS_BAR 1001
