@@ -1,5 +1,6 @@
 // The screenshot program of the dialogs: each dialog filled with sample data (the properties
-// dialog with a sample disk), and the clearing progress dialog part-way through a clear.
+// dialog with a sample disk, the options sheet with sample settings in memory), and the
+// clearing progress dialog part-way through a clear.
 #include <windows.h>
 
 #include <commctrl.h>
@@ -11,7 +12,11 @@
 #include "dialogs/disk_properties_dlg_win.h"
 #include "dialogs/mount_dialog_win.h"
 #include "dialogs/new_password_dlg_win.h"
+#include "dialogs/options_dlg_win.h"
 #include "res/resource.h"
+#include "settings/memory_store.h"
+#include "settings/options.h"
+#include "settings/settings_backend.h"
 #include "system/clock.h"
 #include "system/wide_text_win.h"
 #include "tools/screenshot/screenshot_tool.h"
@@ -109,12 +114,39 @@ HWND Properties()
   return window;
 }
 
-constexpr std::array<ScreenshotScene, 5> kScenes = {{
+// The options sheet on `page` over sample settings in memory: invisible mounts and dismount
+// of all disks without the open-files check; the monitor enabled, unloaded when idle, with
+// Ctrl+Shift+F12 as its emergency hot key.
+HWND Options(int page)
+{
+  static MemorySettingsBackend settings;
+  SetSettingsBackend(&settings);
+  WriteGeneralOptions({0, 1, 1, 0});
+  WriteMonitorOptions({1, 1, 0x067B});
+  static RecentImageList recentImages;
+  static COptionsDlg sheet(recentImages);
+  sheet.SetStartPage(static_cast<UINT>(page));
+  return sheet.Create(nullptr);
+}
+
+HWND OptionsGeneral()
+{
+  return Options(0);
+}
+
+HWND OptionsMonitor()
+{
+  return Options(1);
+}
+
+constexpr std::array<ScreenshotScene, 7> kScenes = {{
     {L"mount-dialog", MountDialog},
     {L"change-password", ChangePassword},
     {L"clear-image", ClearImage},
     {L"clear-progress", ClearProgress},
     {L"properties", Properties},
+    {L"options-general", OptionsGeneral},
+    {L"options-monitor", OptionsMonitor},
 }};
 
 }  // namespace
