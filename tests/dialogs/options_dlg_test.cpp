@@ -7,6 +7,7 @@
 
 #include "dialog_controls.h"
 #include "res/resource.h"
+#include "settings/autostart.h"
 #include "settings/memory_store.h"
 #include "settings/options.h"
 #include "settings/settings_backend.h"
@@ -162,6 +163,54 @@ TEST_F(OptionsDlgTest, OkWritesTheMonitorValuesWithTheHotKeyInStoredForm)
   EXPECT_EQ(stored.unloadAutomatically, 1u);
   EXPECT_EQ(stored.emergencyHotKey, 0x067Bu);
   EXPECT_TRUE(processes_.Requests().empty());  // the monitor is not enabled
+}
+
+// A top-level window that counts the monitor's settings-changed messages it receives.
+class CSettingsChangedListener {
+ public:
+  CSettingsChangedListener()
+      : message_(RegisterWindowMessageW(L"{AB21BA1F-EAA3-4250-AD7E-7D98CBAF11E3}"))
+  {
+    window_ = CreateWindowExW(0, L"Static", L"listener", WS_POPUP, 0, 0, 10, 10, nullptr, nullptr,
+                              nullptr, nullptr);
+    SetWindowSubclass(window_, Proc, reinterpret_cast<UINT_PTR>(this), 0);
+  }
+  ~CSettingsChangedListener()
+  {
+    RemoveWindowSubclass(window_, Proc, reinterpret_cast<UINT_PTR>(this));
+    DestroyWindow(window_);
+  }
+
+  int received = 0;
+
+ private:
+  static LRESULT CALLBACK Proc(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
+                               DWORD_PTR)
+  {
+    auto* self = reinterpret_cast<CSettingsChangedListener*>(id);
+    if (message == self->message_ && wParam == 0 && lParam == 0) ++self->received;
+    return DefSubclassProc(window, message, wParam, lParam);
+  }
+
+  UINT message_;
+  HWND window_;
+};
+
+TEST_F(OptionsDlgTest, OkWithTheMonitorEnabledStartsItAndTellsEveryWindow)
+{
+  CSettingsChangedListener listener;
+  const HWND page = Open(1);
+  Click(page, 1010);
+  Click(page, 1003);
+  processes_.AnswerStart(kStatusSuccess);
+  ASSERT_TRUE(PressOk());
+  EXPECT_TRUE(PumpUntil([&] { return listener.received == 1; }));
+  ASSERT_EQ(processes_.Requests().size(), 1u);
+  EXPECT_EQ(processes_.Requests()[0].commandLine, u"ctellmon.exe");
+  EXPECT_EQ(StoredMonitor().enableMonitor, 1u);
+  bool autostart = false;
+  ReadAutostartEnabled(&autostart);
+  EXPECT_TRUE(autostart);
 }
 
 TEST_F(OptionsDlgTest, AHotKeyHeldByAnotherProgramKeepsThePageAndSavesNothing)
