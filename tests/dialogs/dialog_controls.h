@@ -18,17 +18,27 @@ struct ControlSeen {
   DWORD style;
 };
 
+inline std::wstring ClassOf(HWND window)
+{
+  wchar_t name[64] = {};
+  GetClassNameW(window, name, 64);
+  return name;
+}
+
+inline LONG_PTR StyleOf(HWND window)
+{
+  return GetWindowLongPtrW(window, GWL_STYLE);
+}
+
 inline std::vector<ControlSeen> DialogControls(HWND dialog)
 {
   std::vector<ControlSeen> controls;
   for (HWND child = GetWindow(dialog, GW_CHILD); child != nullptr;
        child = GetWindow(child, GW_HWNDNEXT)) {
-    wchar_t className[64] = {};
-    GetClassNameW(child, className, 64);
     std::wstring text(static_cast<size_t>(GetWindowTextLengthW(child)), L'\0');
     GetWindowTextW(child, text.data(), static_cast<int>(text.size()) + 1);
-    controls.push_back(ControlSeen{GetDlgCtrlID(child), className, text,
-                                   static_cast<DWORD>(GetWindowLongW(child, GWL_STYLE))});
+    controls.push_back(
+        ControlSeen{GetDlgCtrlID(child), ClassOf(child), text, static_cast<DWORD>(StyleOf(child))});
   }
   return controls;
 }

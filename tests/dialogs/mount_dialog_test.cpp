@@ -14,6 +14,7 @@
 #include <string>
 #include <vector>
 
+#include "dialog_controls.h"
 #include "res/resource.h"
 #include "settings/memory_store.h"
 #include "settings/options.h"
@@ -40,18 +41,17 @@ constexpr uint32_t Bit(char letter)
 
 std::vector<std::wstring> ListEntries(HWND list)
 {
+  const CComboBox box(list);
   std::vector<std::wstring> entries;
-  const int count = static_cast<int>(SendMessageW(list, CB_GETCOUNT, 0, 0));
-  for (int index = 0; index < count; ++index) {
-    entries.push_back(CComboBox(list).ItemText(index));
-  }
+  for (int index = 0; index < box.Count(); ++index) entries.push_back(box.ItemText(index));
   return entries;
 }
 
 std::wstring SelectedEntry(HWND list)
 {
-  const int selected = static_cast<int>(SendMessageW(list, CB_GETCURSEL, 0, 0));
-  return selected == CB_ERR ? L"(none)" : CComboBox(list).ItemText(selected);
+  const CComboBox box(list);
+  const int selected = box.CurSel();
+  return selected == CB_ERR ? L"(none)" : box.ItemText(selected);
 }
 
 void SendVolumeEvent(HWND dialog, WPARAM event)
@@ -61,18 +61,6 @@ void SendVolumeEvent(HWND dialog, WPARAM event)
   volume.dbcv_devicetype = DBT_DEVTYP_VOLUME;
   volume.dbcv_unitmask = Bit('F');
   SendMessageW(dialog, WM_DEVICECHANGE, event, reinterpret_cast<LPARAM>(&volume));
-}
-
-std::wstring ClassOf(HWND window)
-{
-  wchar_t name[64] = {};
-  GetClassNameW(window, name, 64);
-  return name;
-}
-
-LONG_PTR StyleOf(HWND window)
-{
-  return GetWindowLongPtrW(window, GWL_STYLE);
 }
 
 class MountDialogTest : public UiTest {
@@ -155,12 +143,11 @@ TEST_F(MountDialogTest, TemplateHasTheDesignedControls)
   // The labels and the two group boxes, in the order of the template.
   std::vector<std::wstring> labels;
   std::vector<std::wstring> groups;
-  for (HWND child = GetWindow(window, GW_CHILD); child != nullptr;
-       child = GetWindow(child, GW_HWNDNEXT)) {
-    if (GetDlgCtrlID(child) != -1 && GetDlgCtrlID(child) != 0xFFFF) continue;
-    const bool isGroup = _wcsicmp(ClassOf(child).c_str(), L"Button") == 0 &&
-                         (StyleOf(child) & BS_TYPEMASK) == BS_GROUPBOX;
-    (isGroup ? groups : labels).push_back(CWindow::WindowText(child));
+  for (const ControlSeen& control : DialogControls(window)) {
+    if (control.id != -1 && control.id != 0xFFFF) continue;
+    const bool isGroup = _wcsicmp(control.className.c_str(), L"Button") == 0 &&
+                         (control.style & BS_TYPEMASK) == BS_GROUPBOX;
+    (isGroup ? groups : labels).push_back(control.text);
   }
   EXPECT_EQ(groups, (std::vector<std::wstring>{L"Virtual disk", L"Mount options"}));
   EXPECT_EQ(labels, (std::vector<std::wstring>{L"Disk &Image:", L"&Password:", L"Mount &Point:"}));
