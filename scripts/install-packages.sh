@@ -1,6 +1,9 @@
 #!/usr/bin/env bash
 # Installs the Debian packages both build targets need. Idempotent: a machine that
 # already has every package skips apt entirely.
+#
+#   bash scripts/install-packages.sh          the build and test packages
+#   bash scripts/install-packages.sh run      and the virtual display that run.sh serves
 set -euo pipefail
 
 packages=(
@@ -13,7 +16,15 @@ packages=(
   mingw-w64 mingw-w64-tools libz-mingw-w64-dev wine wine64 xvfb
   # fetching and building the MinGW libcrypto
   dpkg-dev perl make ca-certificates
+  # the help file (Free Pascal's CHM writer, built from its sources; chmls reads the file
+  # back in the tests) and the installer
+  fp-compiler fp-units-fcl fpc-source fp-utils nsis
 )
+if [ "${1:-}" = "run" ]; then
+  # a virtual display with a window manager, served to a VNC viewer and a browser; window
+  # lookup and the screen picture of run.sh --shot
+  packages+=(xvfb openbox x11vnc novnc websockify xdotool imagemagick)
+fi
 
 missing=()
 for p in "${packages[@]}"; do

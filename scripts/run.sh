@@ -1,19 +1,165 @@
 #!/usr/bin/env bash
-# Builds everything and runs the product's demonstration, natively and as the Windows
-# program under Wine. Installs what it needs first; safe to run again and again.
+# Runs the product: Cryptelle's program ctell.exe under Wine, with the reference device host
+# installed and started as the service "pdevhost", and a small demo image made on the first
+# run. Installs and builds what is missing first (only what is run); a second run starts
+# the program within seconds.
+#
+#   bash scripts/run.sh                  start Cryptelle; Ctrl+C ends what this script started
+#   bash scripts/run.sh --shot FILE.png  start it with the demo disk mounted, write a PNG of
+#                                        the screen once the main window shows, and end
+#   bash scripts/run.sh ctellimg ARGS    the command-line image tool (native, optimised)
+#
+# With a display ($DISPLAY) the window opens there. Without one the script starts a virtual
+# display with a window manager and serves it to a browser (noVNC) and to VNC viewers on
+# this machine's loopback address (CRYPTELLE_LISTEN=0.0.0.0 serves every interface).
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/wine-common.sh
-jobs=$(nproc)
 
-bash scripts/install-packages.sh >&2
-for preset in linux windows; do
-  cmake --preset "$preset" >/dev/null
-  cmake --build --preset "$preset" -j "$jobs" >/dev/null
-done
+run_dir=$repo_root/build/run
+prefix=$run_dir/wineprefix
+demo_image='C:\demo\demo.qvi'
+demo_password='Cryptelle demo'
+listen=${CRYPTELLE_LISTEN:-127.0.0.1}
 
-echo "--- native (Linux) ---"
-build/linux/bin/crypto_demo
-echo
-echo "--- Windows program under Wine ---"
-scripts/wine-run.sh build/windows/bin/crypto_demo.exe
+say() { printf 'run: %s\n' "$*" >&2; }
+
+# Builds the given targets of a preset, showing the build's progress lines; on a failure
+# the end of the build's log follows.
+build_targets() {
+  local preset=$1 log=$run_dir/build-$1.log
+  shift
+  mkdir -p "$run_dir"
+  # A configured build re-configures itself when a build file changes.
+  if [ ! -f "build/$preset/CMakeCache.txt" ]; then
+    say "configuring the $preset build (the first time this also builds OpenSSL: minutes)"
+    cmake --preset "$preset" >"$log" 2>&1 || { tail -n 30 "$log" >&2; return 1; }
+  fi
+  say "building $* ($preset)"
+  if ! cmake --build --preset "$preset" -j "$(nproc)" --target "$@" 2>&1 | tee -a "$log" |
+    { grep --line-buffered -E '^\[[0-9]+/[0-9]+\]' | cut -c1-100 >&2 || true; }; then
+    tail -n 30 "$log" >&2
+    return 1
+  fi
+}
+
+if [ "${1:-}" = "ctellimg" ]; then
+  shift
+  bash scripts/install-packages.sh >&2
+  build_targets bench ctellimg
+  exec build/bench/bin/ctellimg "$@"
+fi
+
+shot=
+if [ "${1:-}" = "--shot" ]; then
+  [ "$#" -eq 2 ] || { echo "usage: $0 [--shot FILE.png | ctellimg ARGS...]" >&2; exit 2; }
+  shot=$(realpath -m "$2")
+elif [ "$#" -ne 0 ]; then
+  echo "usage: $0 [--shot FILE.png | ctellimg ARGS...]" >&2
+  exit 2
+fi
+
+bash scripts/install-packages.sh run >&2
+build_targets windows ctell pdevhost ctellimg
+bin=$repo_root/build/windows/bin
+
+# Everything this script starts is listed here and ended on exit, Ctrl+C included.
+started=()
+finish() {
+  trap - EXIT INT TERM
+  WINEPREFIX=$prefix "$wine_server" -k >/dev/null 2>&1 || true
+  local pid
+  for pid in "${started[@]}"; do kill "$pid" 2>/dev/null || true; done
+  wait 2>/dev/null || true
+}
+trap finish EXIT
+trap 'exit 130' INT TERM
+
+# The display: the caller's, or a virtual one with a window manager.
+free_port() {
+  python3 -c 'import socket,sys
+for port in range(int(sys.argv[1]), int(sys.argv[1]) + 100):
+    s = socket.socket()
+    try:
+        s.bind(("", port)); print(port); break
+    except OSError: pass
+    finally: s.close()' "$1"
+}
+if [ -z "$shot" ] && [ -n "${DISPLAY:-}" ] && xdotool getdisplaygeometry >/dev/null 2>&1; then
+  served=
+else
+  number=$(($(free_port 6010) - 6000))
+  export DISPLAY=:$number
+  mkdir -p "$run_dir"
+  Xvfb "$DISPLAY" -screen 0 1280x800x24 -nolisten tcp >"$run_dir/xvfb.log" 2>&1 &
+  started+=($!)
+  for _ in $(seq 50); do xdotool getdisplaygeometry >/dev/null 2>&1 && break; sleep 0.1; done
+  openbox >"$run_dir/openbox.log" 2>&1 &
+  started+=($!)
+  served=yes
+fi
+
+# The Wine prefix of the product: the X11 driver, the service running, the demo image.
+export WINEPREFIX=$prefix
+first_run=
+[ -f "$prefix/.ready" ] || first_run=yes
+wine_session_ensure "$prefix" 3600
+if [ -n "$first_run" ]; then
+  "$wine_loader" reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d x11 /f >/dev/null 2>&1
+fi
+bash scripts/devhost-service.sh install "$bin/pdevhost.exe" >/dev/null
+bash scripts/devhost-service.sh start "$bin/pdevhost.exe" >/dev/null
+demo_file=$prefix/drive_c/demo/demo.qvi
+if [ ! -f "$demo_file" ]; then
+  mkdir -p "$(dirname "$demo_file")"
+  printf '%s\n' "$demo_password" |
+    "$wine_loader" "$bin/ctellimg.exe" create "$demo_image" --capacity "64 MB" >/dev/null
+fi
+
+if [ -n "$served" ] && [ -z "$shot" ]; then
+  vnc_port=$(free_port 5900)
+  web_port=$(free_port 6080)
+  x11vnc -display "$DISPLAY" -rfbport "$vnc_port" -listen "$listen" -forever -shared -nopw \
+    -quiet >"$run_dir/x11vnc.log" 2>&1 &
+  started+=($!)
+  websockify --web /usr/share/novnc "$listen:$web_port" "localhost:$vnc_port" \
+    >"$run_dir/websockify.log" 2>&1 &
+  started+=($!)
+  say "no display here: Cryptelle runs on a virtual one. Open it in a browser at"
+  say "  http://$listen:$web_port/vnc.html?autoconnect=1&resize=remote"
+  say "or with a VNC viewer at $listen:$vnc_port"
+fi
+
+# Waits up to $2 seconds for a visible top-level window whose title is exactly $1.
+wait_for_window() {
+  local _
+  for _ in $(seq $(($2 * 10))); do
+    xdotool search --onlyvisible --name "^$1\$" 2>/dev/null | head -1 | grep . && return 0
+    sleep 0.1
+  done
+  return 1
+}
+
+if [ -n "$shot" ]; then
+  # The demo disk is mounted the way a user does it: the mount dialog, the password, OK.
+  "$wine_loader" "$bin/ctell.exe" /mount "$demo_image" &
+  started+=($!)
+  dialog=$(wait_for_window 'Mount Virtual Disk Image' 60) || { say "the mount dialog did not open"; exit 1; }
+  xdotool windowactivate --sync "$dialog" type --delay 20 "$demo_password"
+  xdotool key --window "$dialog" Return
+  wait "${started[-1]}" || true
+fi
+
+say "the demo image is $demo_image, its password \"$demo_password\""
+"$wine_loader" "$bin/ctell.exe" &
+started+=($!)
+if [ -n "$shot" ]; then
+  wait_for_window Cryptelle 60 >/dev/null || { say "the main window did not open"; exit 1; }
+  sleep 2
+  mkdir -p "$(dirname "$shot")"
+  import -window root "$shot"
+  say "wrote $shot"
+  exit 0
+fi
+say "Cryptelle is running; close its window or press Ctrl+C to end"
+wait "${started[-1]}" || true
