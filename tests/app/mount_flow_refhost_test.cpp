@@ -44,7 +44,9 @@ class MountFlowHostTest : public HostScreenTest {
   WindowRef Owner() const { return owner_.Handle(); }
 
   // Runs the mount flow with the real dialog, which `input` fills and accepts. Returns
-  // whether the dialog offered the input's drive letter.
+  // whether the dialog offered the input's drive letter. The dialog is shown exactly once:
+  // a flow that ended without it fails RunModal, and a second showing would be a modal
+  // window that nobody closes, which the harness's watchdog fails.
   bool MountThroughDialog(const DialogInput& input, const std::u16string& initialPath = {})
   {
     bool offered = false;
@@ -55,7 +57,6 @@ class MountFlowHostTest : public HostScreenTest {
           return 0;
         },
         [&](HWND window) {
-          ++dialogsShown_;
           if (!input.path.empty()) SetControlText(window, IDC_IMAGE_PATH, input.path);
           SetControlText(window, IDC_PASSWORD, input.password);
           if (input.readOnly) Click(window, IDC_MOUNT_READ_ONLY);
@@ -68,7 +69,6 @@ class MountFlowHostTest : public HostScreenTest {
   }
 
   RecentImageList recent_;
-  int dialogsShown_ = 0;
 
  private:
   CCustomWindow owner_;
@@ -158,7 +158,6 @@ TEST_F(MountFlowHostTest, MountThroughTheDialogListsTheDiskAndRecordsTheImage)
   const std::u16string image = MakeImage(u"work.qvi");
   shell_.AnswerLookAt(kStatusSuccess);
   EXPECT_TRUE(MountThroughDialog({Wide(image), L"secret", L"P:"}));
-  EXPECT_EQ(dialogsShown_, 1);
   EXPECT_EQ(LastCall(), L"1 MountImage");
 
   const std::vector<ListedDisk> disks = ListDisks();
@@ -230,7 +229,6 @@ TEST_F(MountFlowHostTest, WrongPasswordShowsItsMessageAndTheNextAttemptMounts)
   const std::u16string image = MakeImage(u"work.qvi");
   prompts_.Answer(kIdOk);
   EXPECT_TRUE(MountThroughDialog({Wide(image), L"not the secret", L"P:"}));
-  EXPECT_EQ(dialogsShown_, 1);
   EXPECT_EQ(LastCall(), L"1 MountImage");
   ASSERT_EQ(prompts_.Prompts().size(), 1u);
   ExpectMountPrompt(prompts_.Prompts()[0], Owner(), CannotOpen(image, kWrongPasswordText), 0x10);
@@ -240,7 +238,6 @@ TEST_F(MountFlowHostTest, WrongPasswordShowsItsMessageAndTheNextAttemptMounts)
 
   shell_.AnswerLookAt(kStatusSuccess);
   EXPECT_TRUE(MountThroughDialog({L"", L"secret", L"P:"}, image));
-  EXPECT_EQ(dialogsShown_, 2);
   EXPECT_EQ(prompts_.Prompts().size(), 1u);
   ASSERT_EQ(ListDisks().size(), 1u);
   EXPECT_EQ(recent_.entries, std::vector<std::u16string>{image});
@@ -273,7 +270,6 @@ TEST_F(MountFlowHostTest, MissingVolumeFileShowsItsMessageOnceWithoutRetry)
   ExpectMountPrompt(prompts_.Prompts()[0], Owner(),
                     CannotOpen(image, u"Virtual disk image volume file is missing."), 0x10);
   EXPECT_TRUE(ListDisks().empty());
-  EXPECT_EQ(dialogsShown_, 1);
 }
 
 // The host refuses a second mount of an image it holds open as access denied. Retry mounts
@@ -291,7 +287,6 @@ TEST_F(MountFlowHostTest, AccessDeniedRetryRepeatsTheSameRequestUntilItMounts)
   prompts_.Answer(kIdRetry);
   shell_.AnswerLookAt(kStatusSuccess);
   EXPECT_TRUE(MountThroughDialog({Wide(image), L"secret", L"Q:"}));
-  EXPECT_EQ(dialogsShown_, 1);
   ASSERT_EQ(prompts_.Prompts().size(), 2u);
   for (const CScriptedMessageBoxes::Prompt& prompt : prompts_.Prompts()) {
     ExpectMountPrompt(prompt, Owner(), CannotOpen(image, u"Access denied."), 0x15);
@@ -332,7 +327,6 @@ TEST_F(MountFlowHostTest, StoppedDriverIsStartedSilentlyAndTheMountRepeated)
   EXPECT_GE(GetTickCount64() - start, kStartDelay);
   EXPECT_EQ(host.starts, 1);
   EXPECT_TRUE(prompts_.Prompts().empty());
-  EXPECT_EQ(dialogsShown_, 1);
   const std::vector<ListedDisk> disks = ListDisks();
   ASSERT_EQ(disks.size(), 1u);
   EXPECT_EQ(disks[0].mountPoint, u"P:");
