@@ -48,35 +48,60 @@ inline std::vector<ListedDisk> ListDisks()
   return disks;
 }
 
+// Brings the reference host to the state every case starts from: the service running, no
+// disk mounted and no fault scripted.
+inline testing::AssertionResult PrepareReferenceHost()
+{
+  ClearControlValues();
+  if (StartHostService(30000) != 0) {
+    return testing::AssertionFailure() << "the service \"pdevhost\" does not start; install it "
+                                          "with scripts/devhost-service.sh install";
+  }
+  const StatusCode status = DevDismountAll(1);
+  if (status != kStatusSuccess) {
+    return testing::AssertionFailure()
+           << "the host does not dismount everything: 0x" << std::hex << status;
+  }
+  return testing::AssertionSuccess();
+}
+
+// Leaves the host as a case found it: nothing mounted, no fault scripted.
+inline void ReleaseReferenceHost()
+{
+  DevDismountAll(1);
+  ClearControlValues();
+}
+
+// An 8 MiB dynamic AES-256 image with the password "secret", named `name` inside `dir`.
+inline std::u16string MakeSecretImage(const TempDir& dir, const std::u16string& name)
+{
+  const std::u16string path = dir.File(name);
+  EXPECT_EQ(CreatePasswordImage(path, u"secret", CreateParams(8ull << 20)), kStatusSuccess);
+  return path;
+}
+
+// Marks the record of the last call so that a test can tell whether a call was made.
+inline void ForgetLastCall()
+{
+  WriteControlText(kControlLastCall, L"none");
+}
+
+inline std::wstring LastCall()
+{
+  return ReadControlText(kControlLastCall);
+}
+
 // Each case starts with the service running, no disk mounted and no fault scripted.
 class DeviceHostTest : public testing::Test {
  protected:
-  void SetUp() override
-  {
-    ClearControlValues();
-    ASSERT_EQ(StartHostService(30000), 0u)
-        << "the service \"pdevhost\" does not start; install it with "
-           "scripts/devhost-service.sh install";
-    ASSERT_EQ(DevDismountAll(1), kStatusSuccess);
-  }
-
-  void TearDown() override
-  {
-    DevDismountAll(1);
-    ClearControlValues();
-  }
+  void SetUp() override { ASSERT_TRUE(PrepareReferenceHost()); }
+  void TearDown() override { ReleaseReferenceHost(); }
 
   // An 8 MiB dynamic AES image with the password "secret", named `name`.
   std::u16string MakeImage(const std::u16string& name = u"disk.qvi")
   {
-    const std::u16string path = dir_.File(name);
-    EXPECT_EQ(CreatePasswordImage(path, u"secret", CreateParams(8ull << 20)), kStatusSuccess);
-    return path;
+    return MakeSecretImage(dir_, name);
   }
-
-  // Marks the record of the last call so that a test can tell whether a call was made.
-  static void ForgetLastCall() { WriteControlText(kControlLastCall, L"none"); }
-  static std::wstring LastCall() { return ReadControlText(kControlLastCall); }
 
   TempDir dir_;
 };

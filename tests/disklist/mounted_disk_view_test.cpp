@@ -10,6 +10,7 @@
 
 #include "app/flow_fixture.h"
 #include "res/resource.h"
+#include "settings/key_access.h"
 #include "support/ui_harness.h"
 
 namespace {
@@ -316,6 +317,28 @@ TEST_F(MountedDiskViewTest, StoredLayoutIsShownAtCreation)
   EXPECT_EQ(view_.List().ColumnOrderArray(), (std::vector<int>{1, 0}));
   EXPECT_EQ(Header().SortArrow(1), HDF_SORTUP);
   EXPECT_EQ(Column(0), (Texts{L"R:", L"Q:", L"P:"}));
+}
+
+// The stored sort is taken only from a REG_DWORD; the stored mask is read whatever its type.
+TEST_F(MountedDiskViewTest, StoredSortColumnOfAnotherTypeIsIgnoredAndAnyMaskIsRead)
+{
+  SettingsKeyPtr key;
+  ASSERT_EQ(CreateUserKey(kApplicationKeyPath, &key), kStatusSuccess);
+  const uint32_t mask = 0x19;  // Mount Point, Image Path, Encryption Algorithm
+  ASSERT_EQ(key->SetValue(u"VisibleColumns", REG_BINARY, &mask, sizeof mask), kStatusSuccess);
+  const int32_t byImagePathDescending = -8;
+  ASSERT_EQ(
+      key->SetValue(u"SortColumn", REG_SZ, &byImagePathDescending, sizeof byImagePathDescending),
+      kStatusSuccess);
+  Show();
+  ASSERT_EQ(ListColumnCount(List()), 3);
+  EXPECT_EQ(view_.List().Column(1)->title, L"Image Path");
+  EXPECT_EQ(view_.List().Column(2)->title, L"Encryption Algorithm");
+  EXPECT_EQ(Column(2), (Texts{L"AES-256", L"AES-256", L"AES-256"}));
+  EXPECT_EQ(view_.Columns().SortColumn(), 1);
+  EXPECT_EQ(Header().SortArrow(0), HDF_SORTDOWN);
+  EXPECT_EQ(Header().SortArrow(1), 0);
+  EXPECT_EQ(Column(0), (Texts{L"P:", L"Q:", L"R:"}));
 }
 
 TEST_F(MountedDiskViewTest, SingleSelectionAndSelectAll)
