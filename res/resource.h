@@ -22,6 +22,8 @@
 
 // The icon of the on-screen keyboard button.
 #define IDI_KEYBOARD 164
+// The icon of image files, shown for .qvi files by the association the installer makes.
+#define IDI_IMAGE_FILE 165
 
 // The mounted disk list's own context menu.
 #define IDR_DISK_CONTEXT_MENU 155

@@ -7,6 +7,7 @@
                                script's menu-image toolbar
   watermark.bmp, header.bmp    the new-image wizard's watermark (164 x 314) and header (49 x 49)
   cryptelle.ico, keyboard.ico  the program's icon and the on-screen keyboard button's icon
+  image.ico                    the icon of image files (.qvi)
 
 With --preview FILE it also writes a PNG sheet of everything, enlarged, for reviewing.
 Every picture is drawn on a 24-unit grid (the watermark on its own) in one palette: a
@@ -208,6 +209,16 @@ def draw_icon(c):
     padlock(c, 16.5, 17.0, 8.6)
 
 
+def draw_image_file(c):
+    """An image file: a page with a folded corner, closed by a padlock."""
+    page = polygon([(4, 1.5), (15, 1.5), (20, 6.5), (20, 22.5), (4, 22.5)])
+    outlined(c, page, vertical_gradient(WHITE, rgb("#DCE4EE"), 1.5, 22.5), STEEL_INK, 1.0)
+    c.fill(polygon([(15, 1.5), (15, 6.5), (20, 6.5)]), STEEL)
+    for y in (6.0, 9.0):
+        c.fill(segment(7, y, 12.5, y, 1.2), BLUE)
+    padlock(c, 12.0, 16.5, 10.0)
+
+
 def draw_keyboard(c):
     outlined(c, rounded_rect(1, 6, 23, 19, 2.2), vertical_gradient(rgb("#5D6875"), rgb("#38414C"),
                                                                    6, 19), rgb("#1F252C"))
@@ -320,9 +331,11 @@ def main(argv):
     write("header.bmp", bmp24(*head))
     write("cryptelle.ico", ico([(s, picture(draw_icon, s)) for s in ICON_SIZES]))
     write("keyboard.ico", ico([(s, picture(draw_keyboard, s)) for s in KEYBOARD_SIZES]))
+    write("image.ico", ico([(s, picture(draw_image_file, s)) for s in ICON_SIZES]))
     if len(argv) >= 4 and argv[2] == "--preview":
         preview(argv[3], [toolbar, menu, (picture(draw_icon, 64), 64, 64),
-                          (picture(draw_keyboard, 32), 32, 32), head, mark])
+                          (picture(draw_keyboard, 32), 32, 32), (picture(draw_image_file, 64), 64, 64),
+                          head, mark])
     return 0
 
 
