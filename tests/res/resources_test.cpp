@@ -368,6 +368,16 @@ TEST(IconResource, KeyboardIconInSmallSize)
   DestroyIcon(icon);
 }
 
+TEST(IconResource, ImageFileIconInSmallAndLargeSizes)
+{
+  for (const int size : {GetSystemMetrics(SM_CXSMICON), GetSystemMetrics(SM_CXICON)}) {
+    HICON icon = static_cast<HICON>(
+        LoadImageW(Self(), MAKEINTRESOURCEW(IDI_IMAGE_FILE), IMAGE_ICON, size, size, 0));
+    ASSERT_NE(icon, nullptr) << size;
+    DestroyIcon(icon);
+  }
+}
+
 TEST(ManifestResource, AsksForCommonControlsSixAndPerMonitorDpi)
 {
   const std::wstring manifest = ResourceText(1, MAKEINTRESOURCEW(24));
