@@ -13,7 +13,7 @@ packages=(
   # the artwork generator and the text checks (python3), the test locale (locales)
   python3 locales
   # Windows build and its test runner
-  mingw-w64 mingw-w64-tools libz-mingw-w64-dev wine wine64 xvfb
+  mingw-w64 mingw-w64-tools libz-mingw-w64-dev wine wine64 fonts-wine xvfb
   # fetching and building the MinGW libcrypto
   dpkg-dev perl make ca-certificates
   # the help file (Free Pascal's CHM writer, built from its sources; chmls reads the file

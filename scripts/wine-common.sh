@@ -1,8 +1,9 @@
 # Shared Wine set-up, sourced by the scripts that run Windows executables.
 #
 # A template prefix is made once per Wine version (null graphics driver, no debugger on a
-# crash) and cached; every test run clones it into the build tree, hard-linking the bulk of
-# the tree but copying the registry files that wineserver rewrites.
+# crash, Wine's own fonts installed) and cached; every test run clones it into the build
+# tree, hard-linking the bulk of the tree but copying the registry files that wineserver
+# rewrites.
 
 repo_root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 cache_root=${CRYPTELLE_CACHE:-${XDG_CACHE_HOME:-$HOME/.cache}/cryptelle}
@@ -21,7 +22,8 @@ default_wine_prefix() { echo "$repo_root/build/windows/wineprefix"; }
 wine_template() {
   local version template
   version=$("$wine_loader" --version 2>/dev/null | tr -c 'A-Za-z0-9.\n' '_')
-  template=$cache_root/wine-template-$version
+  # The number after the version changes whenever the template's making changes.
+  template=$cache_root/wine-template-$version-2
   if [ ! -f "$template/.ready" ]; then
     local staging=$template.tmp
     rm -rf "$staging"
@@ -33,6 +35,9 @@ wine_template() {
       "$wine_loader" reg add 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 /f >/dev/null 2>&1
       "$wine_loader" reg add 'HKLM\Software\Microsoft\Windows NT\CurrentVersion\AeDebug' /v Debugger /d '' /f >/dev/null 2>&1
       "$wine_loader" reg add 'HKLM\Software\Microsoft\Windows NT\CurrentVersion\AeDebug' /v Auto /d 0 /f >/dev/null 2>&1
+      # Debian keeps Wine's own fonts (Tahoma, Marlett for the caption buttons, MS Sans Serif)
+      # where this Wine does not look for them; in the Fonts folder every program finds them.
+      cp /usr/share/wine/fonts/* "$staging/drive_c/windows/Fonts/"
       "$wine_server" -k >/dev/null 2>&1 || true
       "$wine_server" -w >/dev/null 2>&1 || true
     )
