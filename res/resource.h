@@ -198,6 +198,12 @@
 #define IDC_WARNING_ICON 1009
 #define IDC_WARNING_TEXT 1010
 
+// Controls of the wizard's progress page.
+#define IDC_CREATE_REMAINING_LABEL 1000
+#define IDC_CREATE_PROGRESS_BAR 1001
+#define IDC_CREATE_REMAINING_TIME 1002
+#define IDC_CREATE_STATE 1003
+
 // Controls of the new image wizard's pages. The exterior pages' titles share one id.
 #define IDC_WIZARD_TITLE 1000
 #define IDC_CAPACITY_FIXED_SIZE 1002

@@ -8,6 +8,7 @@
 #include "wizard/encryption_page_win.h"
 #include "wizard/location_page_win.h"
 #include "wizard/password_page_win.h"
+#include "wizard/progress_page_win.h"
 #include "wizard/welcome_page_win.h"
 
 namespace {
@@ -69,6 +70,7 @@ CNewVirtualDiskImageWizard::CNewVirtualDiskImageWizard()
   pages_.push_back(std::make_unique<CEncryptionPage>(*this));
   pages_.push_back(std::make_unique<CPasswordPage>(*this));
   pages_.push_back(std::make_unique<CLocationPage>(*this));
+  pages_.push_back(std::make_unique<CProgressPage>(*this));
   pages_.push_back(std::make_unique<CCompletionPage>(*this));
   for (const auto& page : pages_) AddPage(*page);
 }
