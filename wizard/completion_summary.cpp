@@ -7,9 +7,6 @@
 
 namespace {
 
-constexpr unsigned kAlgorithmNames[] = {IDS_ALGORITHM_AES, IDS_ALGORITHM_BLOWFISH,
-                                        IDS_ALGORITHM_CAST};
-
 std::u16string YesOrNo(uint32_t value)
 {
   return LoadText(value != 0 ? IDS_YES : IDS_NO);
@@ -19,9 +16,7 @@ std::u16string YesOrNo(uint32_t value)
 
 std::u16string SummaryAlgorithmText(uint32_t algorithm, uint32_t keyBits)
 {
-  const std::u16string name =
-      algorithm < std::size(kAlgorithmNames) ? LoadText(kAlgorithmNames[algorithm]) : u"";
-  return FormatText(u"%s-%u", {name, keyBits});
+  return FormatText(u"%s-%u", {AlgorithmName(algorithm).value_or(u""), keyBits});
 }
 
 CompletionSummary SummarizeRequest(const NewImageRequest& request)
