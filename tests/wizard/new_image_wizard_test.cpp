@@ -1,8 +1,8 @@
 // The new image wizard through its real windows: the sheet (caption, fonts, centring, the
 // buttons of each page), every collecting page's template read back, navigation with the
 // checks of each page and their messages, Cancel before creation, the summary and Finish,
-// and the help topics. The progress page is never activated here (it starts the creation):
-// the summary is reached by the wizard's own jump.
+// and the help topics. Most tests reach the summary by the wizard's own jump, without the
+// progress page; one whole run creates a small image with the device host scripted.
 #include "wizard/new_image_wizard_win.h"
 
 #include <gtest/gtest.h>
@@ -10,9 +10,11 @@
 #include <cstdlib>
 #include <filesystem>
 #include <string>
+#include <vector>
 
 #include "dialog_controls.h"
 #include "res/resource.h"
+#include "support/fake_device_host.h"
 #include "support/ui_harness.h"
 #include "system/wide_text_win.h"
 #include "ui/message_loop.h"
@@ -659,3 +661,58 @@ TEST_P(WizardCancelTest, CancelBeforeCreationClosesAtOnceAndCreatesNothing)
 }
 
 INSTANTIATE_TEST_SUITE_P(CollectingPages, WizardCancelTest, ::testing::Range(0, 5));
+
+TEST_F(WizardTest, WholeRunCreatesTheImageAndEndsOnTheSummary)
+{
+  FakeDeviceHost host;
+  const std::filesystem::path image =
+      std::filesystem::temp_directory_path() / L"cryptelle-wizard-run.qvi";
+  std::filesystem::remove(image);
+  Open();
+  Next();
+  ASSERT_EQ(Index(), 1);
+  TypeCapacity(L"5.5 MB");
+  Next();
+  ASSERT_EQ(Index(), 2);
+  SelectAlgorithm(1);
+  MoveTrackbar(IDC_KEY_LENGTH_TRACKBAR, 40);
+  Next();
+  ASSERT_EQ(Index(), 3);
+  SetControlText(Page(), IDC_PASSWORD, L"Secret");
+  SetControlText(Page(), IDC_CONFIRM_PASSWORD, L"Secret");
+  Next();
+  ASSERT_EQ(Index(), kLocationPage);
+  SetControlText(Page(), IDC_WIZARD_IMAGE_PATH, image.wstring());
+  shell_.AnswerPrepareForWrite(kStatusSuccess);
+  Next();
+  ASSERT_TRUE(PumpUntil([&] { return Index() == CNewVirtualDiskImageWizard::kSummaryPageIndex; },
+                        std::chrono::seconds(15)));
+  EXPECT_TRUE(prompts_.Prompts().empty());
+
+  EXPECT_TRUE(std::filesystem::exists(image));
+  const std::vector<DeviceHostCall> calls = host.Calls();
+  ASSERT_FALSE(calls.empty());
+  EXPECT_EQ(calls[0].operation, DeviceHostOperation::kMountWithPassword);
+  EXPECT_EQ(calls[0].imagePath, Utf16(image.wstring().c_str()));
+  EXPECT_EQ(calls[0].password, u"Secret");
+  EXPECT_EQ(calls[0].mountFlags, 8u);
+  // The new disk got its file system on the temporary drive, which was then let go.
+  ASSERT_EQ(calls.size(), 3u);
+  EXPECT_EQ(calls[1].operation, DeviceHostOperation::kFormatVolume);
+  EXPECT_EQ(calls[1].mountPoint, calls[0].mountPoint);
+  EXPECT_EQ(calls[1].selector, 0u);
+  EXPECT_EQ(calls[2].operation, DeviceHostOperation::kDismountMountPoint);
+  EXPECT_EQ(calls[2].forced, 1u);
+
+  EXPECT_EQ(ControlText(Page(), IDC_SUMMARY_PATH), image.wstring());
+  EXPECT_EQ(ControlText(Page(), IDC_SUMMARY_CAPACITY), L"5.0 MB");
+  EXPECT_EQ(ControlText(Page(), IDC_SUMMARY_ALGORITHM), L"BLOWFISH-448");
+  EXPECT_EQ(ControlText(Page(), IDC_SUMMARY_FIXED_SIZE), L"No");
+  EXPECT_EQ(ControlText(Page(), IDC_SUMMARY_FAT_COMPATIBLE), L"No");
+  Click(Page(), IDC_SUMMARY_MOUNT);
+  wizard_.PressButton(PSBTN_FINISH);
+  EXPECT_TRUE(PumpUntil([&] { return wizard_.Handle() == nullptr; }));
+  EXPECT_TRUE(wizard_.MountRequested());
+  EXPECT_EQ(wizard_.ImagePath(), Utf16(image.wstring().c_str()));
+  std::filesystem::remove(image);
+}
