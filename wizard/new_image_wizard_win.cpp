@@ -103,7 +103,6 @@ HFONT CNewVirtualDiskImageWizard::BulletFontOf(HWND sheet)
 
 void CNewVirtualDiskImageWizard::OnInitialized()
 {
-  centreAtNextSize_ = true;
   if (!titleFont_) titleFont_.Reset(MakeFont(12, true, nullptr));
   if (!bulletFont_) bulletFont_.Reset(MakeFont(8, false, L"Marlett"));
 }
@@ -111,11 +110,12 @@ void CNewVirtualDiskImageWizard::OnInitialized()
 bool CNewVirtualDiskImageWizard::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam,
                                                LRESULT& result)
 {
-  if (message == WM_SIZE && centreAtNextSize_) {
-    centreAtNextSize_ = false;
+  if (message == WM_SIZE && !shown_) {
     CenterWindow();
     return false;
   }
+  if (message == WM_SHOWWINDOW && wParam != FALSE) shown_ = true;
+  if (message == WM_DESTROY) shown_ = false;
   if (message == ExteriorTitleFontMessage()) {
     result = reinterpret_cast<LRESULT>(titleFont_.Get());
     return true;

@@ -66,9 +66,9 @@ class CNewVirtualDiskImageWizard final : public CPropertySheet {
  private:
   NewImageRequest request_;
   std::vector<std::unique_ptr<CPropertyPage>> pages_;
-  // Set when the sheet window is initialised, cleared by its first layout's size message,
-  // which centres it: once per run.
-  bool centreAtNextSize_ = false;
+  // The sheet centres itself on its owner at each size message of its first layout, until it
+  // is first shown (the last one sees its final size): once per run.
+  bool shown_ = false;
   CFont titleFont_;
   CFont bulletFont_;
 };

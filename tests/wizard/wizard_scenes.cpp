@@ -1,5 +1,6 @@
-// The screenshot program of the new image wizard: its pages as the user sees them, filled
-// with sample data.
+// The screenshot program of the new image wizard: each page as the user sees it, filled with
+// sample choices (scripts/screenshot.sh --program wizard_scenes SCENE OUT.png); the progress
+// page part-way and while the file system is written.
 #include <windows.h>
 
 #include <commctrl.h>
@@ -8,6 +9,7 @@
 
 #include "app/size_units.h"
 #include "crypto/cipher.h"
+#include "res/resource.h"
 #include "system/clock.h"
 #include "tools/screenshot/screenshot_tool.h"
 #include "wizard/creation_thread_win.h"
@@ -15,6 +17,57 @@
 #include "wizard/progress_page_win.h"
 
 namespace {
+
+// The wizard opened on page `index`; `fill` puts sample texts into that page.
+HWND Wizard(int index, void (*fill)(HWND page) = nullptr)
+{
+  static CNewVirtualDiskImageWizard wizard;
+  NewImageRequest& request = wizard.Request();
+  request.capacity = 8ull << 30;
+  request.fixedSize = 1;
+  request.algorithm = 0;
+  request.keyBits = 256;
+  request.path = u"C:\\Users\\Anna\\Documents\\Work disk.qvi";
+  wizard.SetStartPage(static_cast<UINT>(index));
+  const HWND sheet = wizard.Create(nullptr);
+  if (sheet != nullptr && fill != nullptr) fill(wizard.ActivePageWindow());
+  return sheet;
+}
+
+HWND Welcome()
+{
+  return Wizard(0);
+}
+
+HWND Capacity()
+{
+  return Wizard(1);
+}
+
+HWND Encryption()
+{
+  return Wizard(2);
+}
+
+HWND Password()
+{
+  return Wizard(3, [](HWND page) {
+    SetDlgItemTextW(page, IDC_PASSWORD, L"sample secret");
+    SetDlgItemTextW(page, IDC_CONFIRM_PASSWORD, L"sample secret");
+  });
+}
+
+HWND Location()
+{
+  return Wizard(4, [](HWND page) {
+    SetDlgItemTextW(page, IDC_WIZARD_IMAGE_PATH, L"C:\\Users\\Anna\\Documents\\Work disk.qvi");
+  });
+}
+
+HWND Completion()
+{
+  return Wizard(CNewVirtualDiskImageWizard::kSummaryPageIndex);
+}
 
 // The scene's worker is given a folder that does not exist: it ends at once, before any
 // progress report, and its completion is kept from the page, which then takes the scene's
@@ -63,9 +116,15 @@ HWND ProgressFormatting()
   return sheet;
 }
 
-constexpr std::array<ScreenshotScene, 2> kScenes = {{
+constexpr std::array<ScreenshotScene, 8> kScenes = {{
+    {L"wizard-welcome", Welcome},
+    {L"wizard-capacity", Capacity},
+    {L"wizard-encryption", Encryption},
+    {L"wizard-password", Password},
+    {L"wizard-location", Location},
     {L"wizard-progress", ProgressMidway},
     {L"wizard-progress-formatting", ProgressFormatting},
+    {L"wizard-completion", Completion},
 }};
 
 }  // namespace
