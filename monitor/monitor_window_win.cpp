@@ -34,9 +34,13 @@ bool CMonitorWindow::Start()
   if (Create(nullptr, RECT{}, title.c_str(), WS_POPUP) == nullptr) return false;
   trayIcon_ = std::make_unique<CTrayIcon>(hwnd_, kTrayMessage);
   trayIcon_->SetTip(title);
+  // The monitor starts before anything can make this thread handle messages: the icon's
+  // addition talks to the notification area, and a message sent to this window meanwhile
+  // finds the hot key already registered.
+  monitor_.Start();
+  if (!IsWindow()) return true;
   trayIcon_->Add();
   SetTimer(kDiskCheckTimer, kDiskCheckMilliseconds);
-  monitor_.Start();
   return true;
 }
 

@@ -53,6 +53,10 @@ bool CTrayIcon::Add()
   data.hIcon = icon_;
   CopyField(data.szTip, tip_);
   added_ = Shell_NotifyIconW(NIM_ADD, &data) != FALSE;
+  if (added_ && !waitingText_.empty()) {
+    ShowMessage(waitingTitle_, waitingText_);
+    waitingText_.clear();
+  }
   return added_;
 }
 
@@ -67,7 +71,11 @@ void CTrayIcon::SetTip(const std::wstring& tip)
 
 void CTrayIcon::ShowMessage(const std::wstring& title, const std::wstring& text)
 {
-  if (!added_) return;
+  if (!added_) {
+    waitingTitle_ = title;
+    waitingText_ = text;
+    return;
+  }
   NOTIFYICONDATAW data = Data(NIF_INFO);
   CopyField(data.szInfoTitle, title);
   CopyField(data.szInfo, text);

@@ -14,10 +14,13 @@ class CTrayIcon {
   CTrayIcon(const CTrayIcon&) = delete;
   CTrayIcon& operator=(const CTrayIcon&) = delete;
 
-  // Adds the icon with the current tip, also again after the taskbar was recreated. False
-  // when the notification area refuses it (the monitor keeps running without an icon).
+  // Adds the icon with the current tip, also again after the taskbar was recreated, and
+  // shows a message that waited for it. False when the notification area refuses it (the
+  // monitor keeps running without an icon).
   bool Add();
   void SetTip(const std::wstring& tip);
+  // Shows a message at the icon; while the icon is not in the notification area the last
+  // message waits for it.
   void ShowMessage(const std::wstring& title, const std::wstring& text);
   void Remove();
 
@@ -28,5 +31,7 @@ class CTrayIcon {
   UINT callbackMessage_;
   HICON icon_;
   std::wstring tip_;
+  std::wstring waitingTitle_;
+  std::wstring waitingText_;
   bool added_ = false;
 };
