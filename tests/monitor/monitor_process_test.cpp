@@ -234,6 +234,26 @@ TEST_F(MonitorProcessTest, HotKeyDismountsEveryDiskForcedTellsCryptelleAndExits)
   EXPECT_TRUE(HotKeyIsFree(kCtrlAltF11));
 }
 
+TEST_F(MonitorProcessTest, TrayDismountAllDismountsTellsCryptelleAndStays)
+{
+  MountDisk(u"P:");
+  MountDisk(u"Q:");
+  StoreSettings(1, 0, kCtrlAltF11);
+  CRefreshListener listener;
+  CMonitorProcess monitor;
+  ASSERT_TRUE(monitor.Launch());
+  ASSERT_TRUE(monitor.WaitUntilReady());
+
+  DWORD_PTR answer = 0;
+  ASSERT_NE(SendMessageTimeoutW(monitor.Window(), WM_COMMAND, ID_FILE_DISMOUNT_ALL, 0, SMTO_NORMAL,
+                                kStartTimeout, &answer),
+            0);
+  EXPECT_TRUE(ListDisks().empty());
+  EXPECT_FALSE(monitor.WaitForExit(500));
+  EXPECT_EQ(CRefreshListener::Received(), 1);
+  EXPECT_FALSE(HotKeyIsFree(kCtrlAltF11));
+}
+
 TEST_F(MonitorProcessTest, SettingsChangedWithANewHotKeyMovesItToTheNewKey)
 {
   StoreSettings(1, 0, kCtrlAltF11);
