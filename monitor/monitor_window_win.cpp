@@ -1,6 +1,5 @@
 #include "monitor/monitor_window_win.h"
 
-#include "dialogs/options_pages.h"
 #include "res/resource.h"
 #include "system/wide_text_win.h"
 #include "ui/handles.h"

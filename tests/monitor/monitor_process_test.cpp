@@ -10,7 +10,6 @@
 
 #include "app/monitor_control.h"
 #include "devhost/host_fixture.h"
-#include "dialogs/options_pages.h"
 #include "monitor/monitor.h"
 #include "monitor/monitor_window_win.h"
 #include "res/resource.h"
