@@ -2,7 +2,6 @@
 
 #include "res/resource.h"
 #include "system/wide_text_win.h"
-#include "ui/handles.h"
 #include "ui/strings.h"
 
 namespace {
@@ -70,17 +69,22 @@ bool CMonitorWindow::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam, L
   return CCustomWindow::HandleMessage(message, wParam, lParam, result);
 }
 
+CMenu LoadTrayMenu()
+{
+  CMenu menu(LoadMenuW(ResourceModule(), MAKEINTRESOURCEW(IDR_MONITOR_MENU)));
+  if (menu) SetMenuDefaultItem(GetSubMenu(menu.Get(), 0), ID_MONITOR_OPEN_PROGRAM, FALSE);
+  return menu;
+}
+
 void CMonitorWindow::ShowTrayMenu()
 {
-  const CMenu menu(LoadMenuW(ResourceModule(), MAKEINTRESOURCEW(IDR_MONITOR_MENU)));
+  const CMenu menu = LoadTrayMenu();
   if (!menu) return;
-  const HMENU popup = GetSubMenu(menu.Get(), 0);
-  SetMenuDefaultItem(popup, ID_MONITOR_OPEN_PROGRAM, FALSE);
   POINT cursor{};
   GetCursorPos(&cursor);
   // The menu closes when the user clicks elsewhere only while this window is in front.
   SetForegroundWindow(hwnd_);
-  TrackPopupMenu(popup, TPM_RIGHTBUTTON, cursor.x, cursor.y, 0, hwnd_, nullptr);
+  TrackPopupMenu(GetSubMenu(menu.Get(), 0), TPM_RIGHTBUTTON, cursor.x, cursor.y, 0, hwnd_, nullptr);
   Post(WM_NULL);
 }
 

@@ -9,10 +9,15 @@
 
 #include "monitor/monitor.h"
 #include "monitor/tray_icon_win.h"
+#include "ui/handles.h"
 #include "ui/window.h"
 
 // The window class by which other programs (and the tests) find a running monitor.
 inline constexpr wchar_t kMonitorWindowClass[] = L"Cryptelle.Monitor";
+
+// The tray menu's resource with "Open Cryptelle" as its default item; the menu that shows is
+// its first popup.
+CMenu LoadTrayMenu();
 
 class CMonitorWindow final : public CCustomWindow, private CMonitorSystem {
  public:
