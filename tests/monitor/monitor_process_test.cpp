@@ -22,8 +22,10 @@
 
 namespace {
 
-constexpr uint32_t kCtrlAltF11 = MakeHotKey(kHotKeyControl | kHotKeyAlt, VK_F11);
-constexpr uint32_t kCtrlShiftF12 = MakeHotKey(kHotKeyControl | kHotKeyShift, VK_F12);
+// Combinations no other test of the suite uses, since tests of other programs may hold keys
+// at the same time.
+constexpr uint32_t kFirstHotKey = MakeHotKey(kHotKeyControl | kHotKeyAlt | kHotKeyShift, VK_F9);
+constexpr uint32_t kSecondHotKey = MakeHotKey(kHotKeyAlt | kHotKeyShift, VK_F10);
 constexpr DWORD kStartTimeout = 10000;
 constexpr DWORD kExitTimeout = 10000;
 
@@ -196,19 +198,19 @@ class MonitorProcessTest : public DeviceHostTest {
 
 TEST_F(MonitorProcessTest, HoldsTheStoredHotKeyWhileItRuns)
 {
-  StoreSettings(1, 0, kCtrlAltF11);
-  ASSERT_TRUE(HotKeyIsFree(kCtrlAltF11));
+  StoreSettings(1, 0, kFirstHotKey);
+  ASSERT_TRUE(HotKeyIsFree(kFirstHotKey));
   CMonitorProcess monitor;
   ASSERT_TRUE(monitor.Launch());
   ASSERT_TRUE(monitor.WaitUntilReady());
-  EXPECT_FALSE(HotKeyIsFree(kCtrlAltF11));
-  EXPECT_TRUE(HotKeyIsFree(kCtrlShiftF12));
+  EXPECT_FALSE(HotKeyIsFree(kFirstHotKey));
+  EXPECT_TRUE(HotKeyIsFree(kSecondHotKey));
 
   // The tray menu's Exit ends it and releases the key.
   PostMessageW(monitor.Window(), WM_COMMAND, ID_APP_EXIT, 0);
   ASSERT_TRUE(monitor.WaitForExit());
   EXPECT_EQ(monitor.ExitCode(), 0u);
-  EXPECT_TRUE(HotKeyIsFree(kCtrlAltF11));
+  EXPECT_TRUE(HotKeyIsFree(kFirstHotKey));
 }
 
 TEST_F(MonitorProcessTest, HotKeyDismountsEveryDiskForcedTellsCryptelleAndExits)
@@ -217,27 +219,29 @@ TEST_F(MonitorProcessTest, HotKeyDismountsEveryDiskForcedTellsCryptelleAndExits)
   MountDisk(u"Q:");
   // Disks in use stay mounted unless the dismount is forced.
   WriteControlText(kControlInUse, L"PQ");
-  StoreSettings(1, 0, kCtrlAltF11);
+  StoreSettings(1, 0, kFirstHotKey);
   CRefreshListener listener;
   CMonitorProcess monitor;
   ASSERT_TRUE(monitor.Launch());
   ASSERT_TRUE(monitor.WaitUntilReady());
   ForgetLastCall();
 
-  PostMessageW(monitor.Window(), WM_HOTKEY, 1, MAKELPARAM(MOD_CONTROL | MOD_ALT, VK_F11));
+  PostMessageW(monitor.Window(), WM_HOTKEY, 1,
+               MAKELPARAM(MOD_CONTROL | MOD_ALT | MOD_SHIFT, VK_F9));
   ASSERT_TRUE(monitor.WaitForExit());
   EXPECT_EQ(monitor.ExitCode(), 0u);
   EXPECT_EQ(LastCall().substr(LastCall().find(L' ') + 1), L"DismountAll");
   EXPECT_TRUE(ListDisks().empty());
-  EXPECT_EQ(CRefreshListener::Received(), 1);
-  EXPECT_TRUE(HotKeyIsFree(kCtrlAltF11));
+  // At least the monitor's: other programs' tests may broadcast it meanwhile.
+  EXPECT_GE(CRefreshListener::Received(), 1);
+  EXPECT_TRUE(HotKeyIsFree(kFirstHotKey));
 }
 
 TEST_F(MonitorProcessTest, TrayDismountAllDismountsTellsCryptelleAndStays)
 {
   MountDisk(u"P:");
   MountDisk(u"Q:");
-  StoreSettings(1, 0, kCtrlAltF11);
+  StoreSettings(1, 0, kFirstHotKey);
   CRefreshListener listener;
   CMonitorProcess monitor;
   ASSERT_TRUE(monitor.Launch());
@@ -249,39 +253,39 @@ TEST_F(MonitorProcessTest, TrayDismountAllDismountsTellsCryptelleAndStays)
             0);
   EXPECT_TRUE(ListDisks().empty());
   EXPECT_FALSE(monitor.WaitForExit(500));
-  EXPECT_EQ(CRefreshListener::Received(), 1);
-  EXPECT_FALSE(HotKeyIsFree(kCtrlAltF11));
+  EXPECT_GE(CRefreshListener::Received(), 1);
+  EXPECT_FALSE(HotKeyIsFree(kFirstHotKey));
 }
 
 TEST_F(MonitorProcessTest, SettingsChangedWithANewHotKeyMovesItToTheNewKey)
 {
-  StoreSettings(1, 0, kCtrlAltF11);
+  StoreSettings(1, 0, kFirstHotKey);
   CMonitorProcess monitor;
   ASSERT_TRUE(monitor.Launch());
   ASSERT_TRUE(monitor.WaitUntilReady());
-  ASSERT_FALSE(HotKeyIsFree(kCtrlAltF11));
+  ASSERT_FALSE(HotKeyIsFree(kFirstHotKey));
 
-  StoreSettings(1, 0, kCtrlShiftF12);
+  StoreSettings(1, 0, kSecondHotKey);
   DWORD_PTR answer = 0;
   ASSERT_NE(SendMessageTimeoutW(monitor.Window(), SettingsChangedMessage(), 0, 0, SMTO_NORMAL,
                                 kStartTimeout, &answer),
             0);
-  EXPECT_FALSE(HotKeyIsFree(kCtrlShiftF12));
-  EXPECT_TRUE(HotKeyIsFree(kCtrlAltF11));
+  EXPECT_FALSE(HotKeyIsFree(kSecondHotKey));
+  EXPECT_TRUE(HotKeyIsFree(kFirstHotKey));
 }
 
 TEST_F(MonitorProcessTest, BroadcastAfterTheMonitorWasDisabledEndsIt)
 {
-  StoreSettings(1, 0, kCtrlAltF11);
+  StoreSettings(1, 0, kFirstHotKey);
   CMonitorProcess monitor;
   ASSERT_TRUE(monitor.Launch());
   ASSERT_TRUE(monitor.WaitUntilReady());
 
-  StoreSettings(0, 0, kCtrlAltF11);
+  StoreSettings(0, 0, kFirstHotKey);
   PostMessageW(HWND_BROADCAST, SettingsChangedMessage(), 0, 0);
   ASSERT_TRUE(monitor.WaitForExit());
   EXPECT_EQ(monitor.ExitCode(), 0u);
-  EXPECT_TRUE(HotKeyIsFree(kCtrlAltF11));
+  EXPECT_TRUE(HotKeyIsFree(kFirstHotKey));
 }
 
 TEST_F(MonitorProcessTest, UnloadingMonitorExitsAfterTheLastDiskIsDismounted)
@@ -301,7 +305,7 @@ TEST_F(MonitorProcessTest, UnloadingMonitorExitsAfterTheLastDiskIsDismounted)
 
 TEST_F(MonitorProcessTest, SecondStartExitsAtOnceAndTheFirstRunsOn)
 {
-  StoreSettings(1, 0, kCtrlAltF11);
+  StoreSettings(1, 0, kFirstHotKey);
   CMonitorProcess first;
   ASSERT_TRUE(first.Launch());
   ASSERT_TRUE(first.WaitUntilReady());
@@ -312,29 +316,29 @@ TEST_F(MonitorProcessTest, SecondStartExitsAtOnceAndTheFirstRunsOn)
   EXPECT_EQ(second.ExitCode(), 0u);
   EXPECT_FALSE(first.WaitForExit(0));
   EXPECT_EQ(FindMonitorWindow(), first.Window());
-  EXPECT_FALSE(HotKeyIsFree(kCtrlAltF11));
+  EXPECT_FALSE(HotKeyIsFree(kFirstHotKey));
 }
 
 TEST_F(MonitorProcessTest, MonitorThatIsNotEnabledExitsAtOnce)
 {
-  StoreSettings(0, 0, kCtrlAltF11);
+  StoreSettings(0, 0, kFirstHotKey);
   CMonitorProcess monitor;
   ASSERT_TRUE(monitor.Launch());
   ASSERT_TRUE(monitor.WaitForExit());
   EXPECT_EQ(monitor.ExitCode(), 0u);
-  EXPECT_TRUE(HotKeyIsFree(kCtrlAltF11));
+  EXPECT_TRUE(HotKeyIsFree(kFirstHotKey));
 }
 
 TEST_F(MonitorProcessTest, StartMonitorFindsTheMonitorBesideTheProgram)
 {
-  StoreSettings(1, 0, kCtrlAltF11);
+  StoreSettings(1, 0, kFirstHotKey);
   // A failure would be a prompt, which nobody answers here: it fails the case.
   CScriptedMessageBoxes prompts;
   StartMonitor(nullptr);
   CMonitorProcess monitor;
   ASSERT_TRUE(monitor.WaitUntilReady());
   EXPECT_TRUE(prompts.Prompts().empty());
-  EXPECT_FALSE(HotKeyIsFree(kCtrlAltF11));
+  EXPECT_FALSE(HotKeyIsFree(kFirstHotKey));
 }
 
 }  // namespace
