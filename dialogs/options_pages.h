@@ -9,11 +9,6 @@
 #include "settings/options.h"
 #include "settings/recent_images.h"
 
-// The name under which the monitor program registers the message that tells it its
-// settings changed; posted to every top-level window after the Monitor page is saved.
-inline constexpr char16_t kMonitorSettingsChangedMessage[] =
-    u"{AB21BA1F-EAA3-4250-AD7E-7D98CBAF11E3}";
-
 // The help topics of the pages' help buttons.
 inline constexpr uint32_t kGeneralPageHelpTopic = 156;
 inline constexpr uint32_t kMonitorPageHelpTopic = 158;

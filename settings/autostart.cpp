@@ -11,18 +11,12 @@ constexpr uint32_t kAutostartQueryBytes = 520;
 
 std::u16string MonitorProgramPathBeside(const std::u16string& executablePath)
 {
-  const size_t separator = executablePath.rfind(kSysPathSeparator);
-  if (separator == std::u16string::npos) return executablePath;
-  return executablePath.substr(0, separator + 1) + kMonitorProgramName;
+  return PathBeside(executablePath, kMonitorProgramName);
 }
 
 StatusCode MonitorProgramPath(std::u16string* path)
 {
-  std::u16string executable;
-  const StatusCode status = SysGetModulePath(&executable);
-  if (IsFailure(status)) return status;
-  *path = MonitorProgramPathBeside(executable);
-  return kStatusSuccess;
+  return SysGetPathBesideModule(kMonitorProgramName, path);
 }
 
 std::u16string AutostartText(const std::u16string& monitorPath)

@@ -44,6 +44,12 @@ StatusCode ReadMonitorOptions(MonitorOptions* options);
 // Writes "EnableMonitor", "UnloadMonitorAutomatically", "EmergencyHotKey".
 StatusCode WriteMonitorOptions(const MonitorOptions& options);
 
+// The name of the registered window message that tells the monitor program its settings
+// changed: posted to every top-level window after the Monitor page is saved, upon which the
+// monitor reads them again.
+inline constexpr char16_t kMonitorSettingsChangedMessage[] =
+    u"{AB21BA1F-EAA3-4250-AD7E-7D98CBAF11E3}";
+
 // "IgnoreOpenFilesOnUnmountAll" and "EnableMonitor" alone; `*value` is 0 when absent.
 StatusCode ReadIgnoreOpenFiles(uint32_t* value);
 StatusCode ReadEnableMonitor(uint32_t* value);

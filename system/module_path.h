@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "system/status.h"
 
@@ -15,3 +16,10 @@ inline constexpr char16_t kSysPathSeparator = u'/';
 // The full path of the running program's executable file. Windows asks for it with a
 // buffer of 260 characters: a longer path fails with kSysBufferTooSmall.
 StatusCode SysGetModulePath(std::u16string* path);
+
+// `fileName` in the folder of `executablePath`: everything after the path's last separator
+// replaced by it. A path without a separator is left unchanged.
+std::u16string PathBeside(const std::u16string& executablePath, std::u16string_view fileName);
+
+// `fileName` in the running program's folder.
+StatusCode SysGetPathBesideModule(std::u16string_view fileName, std::u16string* path);

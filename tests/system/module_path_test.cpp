@@ -22,4 +22,24 @@ TEST(ModulePathTest, MissingOutputIsAnInvalidParameter)
   EXPECT_EQ(SysGetModulePath(nullptr), kSysInvalidParameter);
 }
 
+TEST(ModulePathTest, PathBesideReplacesTheLastComponent)
+{
+  const std::u16string s(1, kSysPathSeparator);
+  EXPECT_EQ(PathBeside(u"C:" + s + u"app" + s + u"ctellmon.exe", u"ctell.exe"),
+            u"C:" + s + u"app" + s + u"ctell.exe");
+  EXPECT_EQ(PathBeside(s + u"app" + s, u"ctell.exe"), s + u"app" + s + u"ctell.exe");
+  EXPECT_EQ(PathBeside(u"ctellmon.exe", u"ctell.exe"), u"ctellmon.exe");
+}
+
+TEST(ModulePathTest, PathBesideModuleIsInThisTestProgramsFolder)
+{
+  std::u16string program;
+  std::u16string beside;
+  ASSERT_EQ(SysGetModulePath(&program), kStatusSuccess);
+  ASSERT_EQ(SysGetPathBesideModule(u"other.exe", &beside), kStatusSuccess);
+  EXPECT_EQ(std::filesystem::path(beside).parent_path(),
+            std::filesystem::path(program).parent_path());
+  EXPECT_EQ(std::filesystem::path(beside).filename(), "other.exe");
+}
+
 }  // namespace
