@@ -17,17 +17,18 @@
 #include <cstdint>
 #include <string>
 
+#include "app/size_units.h"
 #include "image/image.h"
 #include "system/status.h"
 
 // Disks of at least this capacity are formatted with the large file-system selector.
-inline constexpr uint64_t kLargeFormatCapacity = 4ull << 30;
+inline constexpr uint64_t kLargeFormatCapacity = 4 * kGigabyte;
 
 // The worker's own copy of the wizard's choices. The password is overwritten when the copy
 // dies.
 struct CreationJob {
   CreationJob() = default;
-  CreationJob(const CreationJob& other) = default;
+  CreationJob(const CreationJob&) = default;
   CreationJob& operator=(const CreationJob&) = delete;
   ~CreationJob();
 

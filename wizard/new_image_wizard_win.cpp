@@ -61,7 +61,7 @@ HFONT MakeFont(int points, bool bold, const wchar_t* face)
 
 }  // namespace
 
-CNewVirtualDiskImageWizard::CNewVirtualDiskImageWizard()
+CNewVirtualDiskImageWizard::CNewVirtualDiskImageWizard(DriveFactsSource driveFacts)
     : CPropertySheet(IDS_WIZARD_CAPTION, kWizardStyle)
 {
   SetWizardBitmaps(IDB_WIZARD_WATERMARK, IDB_WIZARD_HEADER);
@@ -70,7 +70,7 @@ CNewVirtualDiskImageWizard::CNewVirtualDiskImageWizard()
   pages_.push_back(std::make_unique<CEncryptionPage>(*this));
   pages_.push_back(std::make_unique<CPasswordPage>(*this));
   pages_.push_back(std::make_unique<CLocationPage>(*this));
-  pages_.push_back(std::make_unique<CProgressPage>(*this));
+  pages_.push_back(std::make_unique<CProgressPage>(*this, driveFacts));
   pages_.push_back(std::make_unique<CCompletionPage>(*this));
   for (const auto& page : pages_) AddPage(*page);
 }

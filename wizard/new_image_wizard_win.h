@@ -12,6 +12,7 @@
 #include <string>
 #include <vector>
 
+#include "dialogs/drive_facts_win.h"
 #include "ui/handles.h"
 #include "ui/property_sheet.h"
 #include "wizard/new_image_request.h"
@@ -34,8 +35,9 @@ class CNewVirtualDiskImageWizard final : public CPropertySheet {
   static constexpr int kSummaryPageIndex = 6;
 
   // Builds the pages and adds them in navigation order. Run it with DoModal(owner): the
-  // result is 1 when the user pressed Finish.
-  CNewVirtualDiskImageWizard();
+  // result is 1 when the user pressed Finish. The creation's temporary mount takes its free
+  // drive letters from `driveFacts`.
+  explicit CNewVirtualDiskImageWizard(DriveFactsSource driveFacts = GatherDriveFacts);
   ~CNewVirtualDiskImageWizard() override;
 
   // After the run: the completion page's "Mount virtual disk image" choice, and the path of

@@ -15,8 +15,7 @@
 class CNewVirtualDiskImageWizard::CProgressPage final : public CPropertyPage {
  public:
   // The free letters of the worker's temporary mount come from `driveFacts`.
-  explicit CProgressPage(CNewVirtualDiskImageWizard& wizard,
-                         DriveFactsSource driveFacts = GatherDriveFacts);
+  CProgressPage(CNewVirtualDiskImageWizard& wizard, DriveFactsSource driveFacts);
 
   // The timers: the remaining-time estimate's and the bar's.
   static constexpr UINT_PTR kEstimateTimer = 1;

@@ -11,6 +11,7 @@
 #include "app/display_text.h"
 #include "app/prompt.h"
 #include "dialogs/dialog_controls.h"
+#include "dialogs/password_image.h"
 #include "gated_device_host.h"
 #include "progress_run.h"
 #include "res/resource.h"
@@ -28,6 +29,10 @@ using Op = DeviceHostOperation;
 
 class ProgressPageWorkerTest : public ProgressPageTest {
  protected:
+  explicit ProgressPageWorkerTest(DriveFactsSource driveFacts = GatherDriveFacts)
+      : ProgressPageTest(driveFacts)
+  {
+  }
   ~ProgressPageWorkerTest() override { SysFreezeClock(0); }
 
   // Waits until the worker has made `calls` device host calls and returned from them.
@@ -61,6 +66,19 @@ bool FileExists(const std::u16string& path)
 {
   return std::filesystem::exists(std::filesystem::path(path));
 }
+
+// Every drive letter from A to Z in use.
+DriveLetterFacts EveryLetterTaken()
+{
+  DriveLetterFacts facts;
+  facts.lettersInUse = (1u << 26) - 1;
+  return facts;
+}
+
+class ProgressPageNoFreeLetterTest : public ProgressPageWorkerTest {
+ protected:
+  ProgressPageNoFreeLetterTest() : ProgressPageWorkerTest(EveryLetterTaken) {}
+};
 
 }  // namespace
 
@@ -240,4 +258,14 @@ TEST_F(ProgressPageWorkerTest, CancelClosesAtOnceStopsTheCreationAndShowsNothing
   EXPECT_TRUE(prompts_.Prompts().empty());
   ASSERT_EQ(host_.Calls().size(), 1u);
   EXPECT_EQ(host_.Calls()[0].operation, Op::kMountWithPassword);
+}
+
+TEST_F(ProgressPageNoFreeLetterTest, TheSummaryIsReachedWithAnUnformattedDisk)
+{
+  host_.SetStrict(true);
+  Open();
+  ASSERT_TRUE(WaitForSummary());
+  EXPECT_TRUE(host_.Calls().empty());
+  EXPECT_TRUE(prompts_.Prompts().empty());
+  EXPECT_EQ(OpenWithPassword(Path(), u"pass word"), kStatusSuccess);
 }

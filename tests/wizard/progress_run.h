@@ -20,8 +20,9 @@
 
 class ProgressPageTest : public UiTest {
  protected:
-  // An 8 MiB dynamic AES-256 image in the test's directory.
-  ProgressPageTest()
+  // An 8 MiB dynamic AES-256 image in the test's directory; the temporary mount's free
+  // letters come from `driveFacts`.
+  explicit ProgressPageTest(DriveFactsSource driveFacts = GatherDriveFacts) : wizard_(driveFacts)
   {
     NewImageRequest& request = wizard_.Request();
     request.capacity = 8 * kMegabyte;
