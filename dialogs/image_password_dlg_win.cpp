@@ -6,7 +6,6 @@
 #include "res/resource.h"
 #include "services/window_ref_win.h"
 #include "system/wide_text_win.h"
-#include "system/wipe.h"
 #include "ui/controls/edit.h"
 
 CImagePasswordDlg::CImagePasswordDlg(UINT templateId, std::initializer_list<int> passwordFields)
@@ -39,28 +38,6 @@ bool CImagePasswordDlg::OnCommand(UINT id, UINT code, HWND control)
 void CImagePasswordDlg::OnDestroy()
 {
   for (const int id : passwordFields_) CEditCtrl(Item(id)).WipeText();
-}
-
-bool CImagePasswordDlg::PutField(int id, const std::u16string& text)
-{
-  if (SetDlgItemTextW(hwnd_, id, Wide(text)) != 0) return true;
-  MessageBeep(MB_OK);
-  FocusField(id);
-  return false;
-}
-
-std::u16string CImagePasswordDlg::ReadField(int id) const
-{
-  std::wstring buffer = ItemText(id);
-  std::u16string text(Utf16(buffer.c_str()), buffer.size());
-  buffer.resize(buffer.capacity());
-  WipeBytes(buffer.data(), buffer.size() * sizeof(wchar_t));
-  return text;
-}
-
-void CImagePasswordDlg::FocusField(int id)
-{
-  SendMessageW(hwnd_, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(Item(id)), TRUE);
 }
 
 void CImagePasswordDlg::Browse()

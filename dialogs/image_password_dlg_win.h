@@ -27,12 +27,6 @@ class CImagePasswordDlg : public CDialog {
   bool OnCommand(UINT id, UINT code, HWND control) override;
   void OnDestroy() override;
 
-  // Writes `text` into the field `id`; when that fails, beeps and focuses the field.
-  bool PutField(int id, const std::u16string& text);
-  // The text of the field `id`; the intermediate buffer is wiped.
-  std::u16string ReadField(int id) const;
-  void FocusField(int id);
-
   std::u16string path_;
 
  private:

@@ -1,5 +1,8 @@
 #include "ui/dialog.h"
 
+#include "system/wide_text_win.h"
+#include "system/wipe.h"
+
 namespace {
 
 // Messages whose answer a dialog procedure returns itself instead of through DWLP_MSGRESULT.
@@ -24,6 +27,28 @@ bool CDialogBase::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam, LRES
     return true;
   }
   return CMessageHandler::HandleMessage(message, wParam, lParam, result);
+}
+
+std::u16string CDialogBase::ReadField(int id) const
+{
+  std::wstring buffer = ItemText(id);
+  std::u16string text(Utf16(buffer.c_str()), buffer.size());
+  buffer.resize(buffer.capacity());
+  WipeBytes(buffer.data(), buffer.size() * sizeof(wchar_t));
+  return text;
+}
+
+bool CDialogBase::PutField(int id, const std::u16string& text)
+{
+  if (SetDlgItemTextW(hwnd_, id, Wide(text)) != 0) return true;
+  MessageBeep(MB_OK);
+  FocusField(id);
+  return false;
+}
+
+void CDialogBase::FocusField(int id) const
+{
+  SendMessageW(hwnd_, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(Item(id)), TRUE);
 }
 
 INT_PTR CDialogBase::Route(HWND window, UINT message, WPARAM wParam, LPARAM lParam,

@@ -8,6 +8,8 @@
 
 #include <windows.h>
 
+#include <string>
+
 #include "ui/message_handler.h"
 #include "ui/message_loop.h"
 #include "ui/window.h"
@@ -29,6 +31,14 @@ class CDialogBase : public CMessageHandler {
   // names (null for every other message); it is attached then.
   static INT_PTR Route(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
                        CDialogBase* starting);
+
+  // The text of the field `id`; the intermediate buffer is wiped, so that a password read
+  // leaves no copy behind.
+  std::u16string ReadField(int id) const;
+  // Writes `text` into the field `id`; when that fails, beeps and focuses the field.
+  bool PutField(int id, const std::u16string& text);
+  // Moves the focus to the field `id` as the dialog manager does (its text selected).
+  void FocusField(int id) const;
 
  private:
   UINT templateId_;

@@ -3,8 +3,6 @@
 // Help button opening the help topic numbered like the page's template.
 #pragma once
 
-#include <string>
-
 #include "wizard/new_image_wizard_win.h"
 
 class CNewVirtualDiskImageWizard::CInteriorPage : public CPropertyPage {
@@ -16,11 +14,6 @@ class CNewVirtualDiskImageWizard::CInteriorPage : public CPropertyPage {
   int OnSetActive() override;
   void OnHelp() override;
 
-  // The text of the field `id`; the intermediate buffer is wiped.
-  std::u16string ReadField(int id) const;
-  // Writes `text` into the field `id`; when that fails, beeps and focuses the field.
-  bool PutField(int id, const std::u16string& text);
-  void FocusField(int id) const;
   // Puts the system's exclamation icon into the icon control `id`.
   void SetExclamationIcon(int id) const;
 

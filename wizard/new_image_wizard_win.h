@@ -30,7 +30,6 @@ class CNewVirtualDiskImageWizard final : public CPropertySheet {
   class CInteriorPage;
 
   // The pages' places in the navigation order.
-  static constexpr int kWelcomePageIndex = 0;
   static constexpr int kProgressPageIndex = 5;
   static constexpr int kSummaryPageIndex = 6;
 

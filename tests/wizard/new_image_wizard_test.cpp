@@ -452,6 +452,30 @@ TEST_F(WizardTest, PasswordChecksKeepThePage)
   EXPECT_EQ(prompts_.Prompts().size(), 2u);
 }
 
+TEST_F(WizardTest, BackNeitherChecksNorStores)
+{
+  Open();
+  GoTo(kLocationPage);
+  wizard_.PressButton(PSBTN_BACK);
+  PumpMessages();
+  ASSERT_EQ(Index(), 3);
+  EXPECT_TRUE(wizard_.Request().path.empty());
+  SetControlText(Page(), IDC_PASSWORD, L"Secret");
+  SetControlText(Page(), IDC_CONFIRM_PASSWORD, L"other");
+  wizard_.PressButton(PSBTN_BACK);
+  PumpMessages();
+  ASSERT_EQ(Index(), 2);
+  EXPECT_TRUE(prompts_.Prompts().empty());
+  EXPECT_TRUE(wizard_.Request().password.empty());
+  EXPECT_EQ(wizard_.Request().keyBits, 0u);
+  // The typed texts stay in their boxes.
+  wizard_.PressButton(PSBTN_NEXT);
+  PumpMessages();
+  ASSERT_EQ(Index(), 3);
+  EXPECT_EQ(ControlText(Page(), IDC_PASSWORD), L"Secret");
+  EXPECT_EQ(ControlText(Page(), IDC_CONFIRM_PASSWORD), L"other");
+}
+
 TEST_F(WizardTest, LocationPageTemplate)
 {
   Open();
