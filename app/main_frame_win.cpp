@@ -10,7 +10,7 @@
 #include "app/frame_commands.h"
 #include "app/frame_placement_win.h"
 #include "app/frame_toolbar_win.h"
-#include "app/instance_messages.h"
+#include "app/instance_names.h"
 #include "app/mount_flow.h"
 #include "app/recent_commands.h"
 #include "app/recent_menu_win.h"
@@ -73,7 +73,7 @@ int RunMainFrame(int showCommand)
 CMainFrame::CMainFrame()
     : refreshMessage_(RegisterMessage(kRefreshMessageName)),
       closeMessage_(RegisterMessage(kCloseMessageName)),
-      activateMessage_(RegisterMessage(kActivateMessageName))
+      activateMessage_(RegisterMessage(kSingleInstanceName))
 {
 }
 

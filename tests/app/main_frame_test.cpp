@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "app/flow_fixture.h"
-#include "app/instance_messages.h"
+#include "app/instance_names.h"
 #include "res/resource.h"
 #include "services/window_ref_win.h"
 #include "settings/window_placement.h"
@@ -206,8 +206,24 @@ TEST_F(MainFrameTest, RebarHoldsTheCommandBarAndTheToolbarInBandsFrom60160)
                  reinterpret_cast<LPARAM>(&info));
     EXPECT_NE(info.fStyle & RBBS_USECHEVRON, 0u) << band;
   }
-  // The command bar shows the five popups of menu 100.
+  // The command bar shows the five popups of menu 100, with the menu images beside their
+  // commands.
   EXPECT_EQ(frame_.CommandBar().ButtonCount(), 5);
+  EXPECT_EQ(frame_.CommandBar().Images().IndexOf(40001), 1);
+  EXPECT_EQ(frame_.CommandBar().Images().IndexOf(40310), 9);
+  EXPECT_EQ(frame_.CommandBar().Images().IndexOf(40314), -1);
+}
+
+TEST_F(MainFrameTest, ToolTipsAreTheCommandStringsAfterTheLineBreak)
+{
+  Show();
+  NMTTDISPINFOW info{};
+  info.hdr.hwndFrom = frame_.ToolBar().Handle();
+  info.hdr.idFrom = 40002;
+  info.hdr.code = TTN_GETDISPINFOW;
+  SendMessageW(frame_.Handle(), WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&info));
+  ASSERT_NE(info.lpszText, nullptr);
+  EXPECT_EQ(std::wstring(info.lpszText), L"Dismount virtual disk");
 }
 
 TEST_F(MainFrameTest, ToolbarHasItsEightEntriesWithTexts)
@@ -575,7 +591,7 @@ TEST_F(MainFrameTest, ActivateMessageAnswersItsFixedValue)
 {
   Show();
   EXPECT_EQ(static_cast<uint32_t>(SendMessageW(
-                frame_.Handle(), RegisterWindowMessageW(Wide(kActivateMessageName)), 0, 0)),
+                frame_.Handle(), RegisterWindowMessageW(Wide(kSingleInstanceName)), 0, 0)),
             0x8CBAF11Eu);
   EXPECT_TRUE(frame_.IsWindow());
 }
