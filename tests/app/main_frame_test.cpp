@@ -542,6 +542,25 @@ TEST_F(MainFrameTest, RecentImagesShowNewestFirstAndTheFirstCommandMountsTheNewe
   EXPECT_EQ(path, L"C:\\Images\\Newest.qvi");
 }
 
+TEST_F(MainFrameTest, MountedImageJoinsTheRecentImagesAndTheList)
+{
+  Show();
+  probe_.Answer(5);  // the new drive holds a file system
+  shell_.AnswerLookAt(kSuccess);
+  shell_.AnswerOpen(kSuccess);
+  CommandOpeningModal(40001, [&](HWND dialog) {
+    SetControlText(dialog, IDC_IMAGE_PATH, L"C:\\Images\\Fresh.qvi");
+    SetControlText(dialog, IDC_PASSWORD, L"secret");
+    PostMessageW(dialog, WM_COMMAND, IDOK, 0);
+  });
+  ASSERT_EQ(GetMenuItemCount(RecentMenu()), 1);
+  EXPECT_EQ(MenuText(RecentMenu(), 0), L"&1 C:\\Images\\Fresh.qvi");
+  EXPECT_EQ(GetMenuState(RecentMenu(), 0, MF_BYPOSITION) & MF_GRAYED, 0u);
+  EXPECT_EQ(frame_.RecentImages().entries, std::vector<std::u16string>{u"C:\\Images\\Fresh.qvi"});
+  PumpMessages();
+  EXPECT_EQ(ListRowCount(List()), 5);
+}
+
 TEST_F(MainFrameTest, EmptyRecentListShowsEmptyDisabled)
 {
   Show();
