@@ -254,6 +254,7 @@ TEST_F(MainFrameTest, ToolbarHasItsEightEntriesWithTexts)
   ASSERT_TRUE(ImageList_GetIconSize(images, &width, &height));
   EXPECT_EQ(width, 24);
   EXPECT_EQ(ImageList_GetImageCount(images), 5);
+  EXPECT_EQ(height, 24);
 }
 
 TEST_F(MainFrameTest, StatusBarHasASizeGripAndShowsMenuPrompts)
