@@ -46,6 +46,7 @@
 #define IDD_CLEAR_PROGRESS 138
 #define IDD_OPTIONS_GENERAL 156
 #define IDD_OPTIONS_MONITOR 158
+#define IDD_ABOUT 100
 
 // Controls of the dialogs. The image path, its Browse button and the password field have
 // the same ids in every dialog that asks for an image.
@@ -101,6 +102,8 @@
 // Child windows of the main frame and the first id of its rebar bands.
 #define IDW_REBAR 59392
 #define IDW_STATUS_BAR 59393
+#define IDW_COMMAND_BAR 59394
+#define IDW_TOOLBAR 59396
 #define IDW_BAND_FIRST 60160
 
 // The status bar's idle text (the bar stays empty while the table has no such entry).
@@ -189,6 +192,8 @@
 #define IDS_MONITOR_HOT_KEY_TAKEN 40404
 #define IDS_MONITOR_DISMOUNT_FAILED 40405
 #define IDS_CANNOT_START_PROGRAM 40406
+#define IDS_ABOUT_VERSION 40140
+#define IDS_ABOUT_CRYPTO_LIBRARY 40141
 
 // Controls of the options sheet's General and Monitor pages.
 #define IDC_OPTION_HOT_KEY_TEXT 1000
@@ -241,3 +246,7 @@
 #define IDC_SUMMARY_MOUNT 1006
 #define IDC_SUMMARY_BULLET_FIRST 1011
 #define IDC_SUMMARY_BULLET_LAST 1015
+// Controls of the About box.
+#define IDC_ABOUT_ICON 1000
+#define IDC_ABOUT_VERSION 1001
+#define IDC_ABOUT_CRYPTO_LIBRARY 1002
