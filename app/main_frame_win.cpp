@@ -29,6 +29,7 @@
 #include "services/window_ref_win.h"
 #include "system/wide_text_win.h"
 #include "ui/strings.h"
+#include "wizard/new_image_wizard_win.h"
 
 namespace {
 
@@ -221,6 +222,7 @@ bool CMainFrame::OnCommand(UINT id, UINT, HWND)
   switch (id) {
     case ID_APP_EXIT: Post(WM_CLOSE); return true;
     case ID_HELP_ABOUT: ShowAbout(); return true;
+    case ID_FILE_NEW_IMAGE: CreateImage(); return true;
     case ID_FILE_MOUNT_IMAGE: MountImage({}); return true;
     case ID_FILE_DISMOUNT:
       view_.DismountSelected();
@@ -261,6 +263,15 @@ bool CMainFrame::OnCommand(UINT id, UINT, HWND)
     return true;
   }
   return false;
+}
+
+void CMainFrame::CreateImage()
+{
+  CNewVirtualDiskImageWizard wizard;
+  // Only the new image's path goes on to the mount flow, never its password.
+  if (wizard.DoModal(GetActiveWindow()) == 1 && wizard.MountRequested()) {
+    MountImage(wizard.ImagePath());
+  }
 }
 
 void CMainFrame::MountImage(const std::u16string& path)

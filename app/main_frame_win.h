@@ -70,6 +70,8 @@ class CMainFrame : public CFrameWindow, private CMessageFilter {
   bool CreateCommandBar(bool thirtyTwoBit);
   bool OnRegisteredMessage(UINT message, LRESULT& result);
   void Activate();
+  // Runs the new image wizard and mounts the new image when its last page asks for it.
+  void CreateImage();
   void MountImage(const std::u16string& path);
   void ToggleColumn(UINT command);
   void AttachRecentImages();

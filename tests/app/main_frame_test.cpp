@@ -355,6 +355,22 @@ TEST_F(MainFrameTest, ColumnCommandTogglesItsColumn)
   EXPECT_FALSE(MenuItemGrayed(40305));
 }
 
+TEST_F(MainFrameTest, NewImageRunsTheWizardAndItsCancelMountsNothing)
+{
+  Show();
+  std::wstring caption;
+  CommandOpeningModal(40000, [&](HWND sheet) {
+    wchar_t text[100] = {};
+    GetWindowTextW(sheet, text, 100);
+    caption = text;
+    PostMessageW(sheet, WM_COMMAND, IDCANCEL, 0);
+  });
+  EXPECT_EQ(caption, L"New Virtual Disk Image Wizard");
+  for (const DeviceHostCall& call : host_.Calls()) {
+    EXPECT_NE(call.operation, DeviceHostOperation::kMountWithPassword);
+  }
+}
+
 TEST_F(MainFrameTest, MountOpensTheMountDialogWithoutPath)
 {
   Show();
