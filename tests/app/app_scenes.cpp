@@ -27,6 +27,16 @@ void DispatchQueued()
   }
 }
 
+// `pixels` at 96 DPI in the screen's resolution: a user at 144 DPI has wider columns and a
+// larger window for the same texts.
+int Scaled(int pixels)
+{
+  const HDC screen = GetDC(nullptr);
+  const int dpi = GetDeviceCaps(screen, LOGPIXELSX);
+  ReleaseDC(nullptr, screen);
+  return MulDiv(pixels, dpi, 96);
+}
+
 HWND MainWindow()
 {
   static MemorySettingsBackend settings;
@@ -34,9 +44,12 @@ HWND MainWindow()
   ListLayout layout;
   layout.visibleColumns = 0x3B;  // Mount Point, Capacity, Image Path, Algorithm, Created
   // Widened by the user so that every title and date shows whole.
-  layout.columns[0].width = 90;
-  layout.columns[4].width = 130;
-  layout.columns[5].width = 150;
+  for (ColumnPlacement& column : layout.columns) {
+    column.width = static_cast<uint16_t>(Scaled(column.width));
+  }
+  layout.columns[0].width = static_cast<uint16_t>(Scaled(90));
+  layout.columns[4].width = static_cast<uint16_t>(Scaled(130));
+  layout.columns[5].width = static_cast<uint16_t>(Scaled(150));
   ColumnModel(layout).Save();
 
   static FakeDeviceHost host;
@@ -46,7 +59,7 @@ HWND MainWindow()
   static CMessageLoop loop;
   static CMainFrame frame;
   if (frame.Create(LoadResourceString(IDR_MAINFRAME).c_str()) == nullptr) return nullptr;
-  SetWindowPos(frame.Handle(), nullptr, 0, 0, 760, 330, SWP_NOZORDER);
+  SetWindowPos(frame.Handle(), nullptr, 0, 0, Scaled(760), Scaled(330), SWP_NOZORDER);
   ShowWindow(frame.Handle(), SW_SHOWNORMAL);
   DispatchQueued();
   frame.View().List().SetItemSelected(1, true);
