@@ -26,12 +26,6 @@ void ChunkWriter::Submit(uint64_t offset, const uint8_t* bytes, uint32_t length)
   changed_.notify_all();
 }
 
-bool ChunkWriter::IsWritten(uint64_t index)
-{
-  const std::lock_guard<std::mutex> lock(mutex_);
-  return written_ > index;
-}
-
 StatusCode ChunkWriter::WaitFor(uint64_t index)
 {
   std::unique_lock<std::mutex> lock(mutex_);

@@ -31,9 +31,6 @@ class ChunkWriter {
   // the chunk is written; fewer than kMostOutstanding chunks may be outstanding.
   void Submit(uint64_t offset, const uint8_t* bytes, uint32_t length);
 
-  // Whether chunk `index` is written (or skipped, or failed).
-  bool IsWritten(uint64_t index);
-
   // Waits until chunk `index` is written; 0, or the first failure if it stopped the writes
   // at this chunk or before.
   StatusCode WaitFor(uint64_t index);

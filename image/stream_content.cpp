@@ -68,11 +68,9 @@ StatusCode WriteBulk(ImageSet& set, const uint8_t* content, uint64_t total, Bulk
     return static_cast<uint32_t>(std::min<uint64_t>(total - chunk * kChunkSize, kChunkSize));
   };
   uint64_t reported = 0;
-  // Reports the written chunks before `end` that are not reported yet, in order; with
-  // `wait` it waits for each, else it stops at the first one still being written.
-  auto report = [&](uint64_t end, bool wait) {
+  // Waits for the chunks before `end` that are not reported yet and reports them in order.
+  auto report = [&](uint64_t end) {
     while (reported < end) {
-      if (!wait && !bulk.writer.IsWritten(reported)) break;
       const StatusCode status = bulk.writer.WaitFor(reported);
       if (IsFailure(status)) return status;
       const uint32_t length = lengthOf(reported++);
@@ -81,15 +79,16 @@ StatusCode WriteBulk(ImageSet& set, const uint8_t* content, uint64_t total, Bulk
     return kStatusSuccess;
   };
 
+  // The writer always holds the chunks handed over since the oldest unreported one; a
+  // chunk is reported when its slot is needed again, so the writer has work while the
+  // progress window takes its time.
   StatusCode status = kStatusSuccess;
   for (uint64_t chunk = 0; chunk < chunks; ++chunk) {
-    // The chunk's slot is free again once the chunk that used it before is written.
     const uint64_t slot = chunk % ChunkWriter::kMostOutstanding;
     if (chunk >= ChunkWriter::kMostOutstanding) {
-      status = report(chunk - ChunkWriter::kMostOutstanding + 1, true);
+      status = report(chunk - ChunkWriter::kMostOutstanding + 1);
+      if (IsFailure(status)) break;
     }
-    if (!IsFailure(status)) status = report(chunk, false);
-    if (IsFailure(status)) break;
     const uint64_t offset = start + chunk * kChunkSize;
     const uint8_t* bytes = content;
     if (set.IsEncrypted()) {
@@ -98,7 +97,7 @@ StatusCode WriteBulk(ImageSet& set, const uint8_t* content, uint64_t total, Bulk
       status = bulk.encryptor.Finish();
       if (IsFailure(status)) {
         // The chunks before it are reported first, as writing one after the other would.
-        const StatusCode before = report(chunk, true);
+        const StatusCode before = report(chunk);
         if (IsFailure(before)) status = before;
         break;
       }
@@ -106,7 +105,7 @@ StatusCode WriteBulk(ImageSet& set, const uint8_t* content, uint64_t total, Bulk
     }
     bulk.writer.Submit(offset, bytes, lengthOf(chunk));
   }
-  if (!IsFailure(status)) status = report(chunks, true);
+  if (!IsFailure(status)) status = report(chunks);
   bulk.writer.Stop();
   if (status == kImgCancelled) {
     TruncateStream(set, start + std::min(reported * kChunkSize, total));
