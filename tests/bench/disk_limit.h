@@ -8,9 +8,13 @@
 #include <cstdint>
 #include <string>
 
-// Writes `bytes` (whole MiB) to a scratch file in `directory`, deletes it again, and returns
-// the seconds it took, or a negative number when the writes failed.
-double DiskLimitSeconds(const std::string& directory, uint64_t bytes);
+struct DiskLimit {
+  double writeSeconds;   // negative when the writes failed
+  double deleteSeconds;  // freeing the file's blocks again, which clearing pays too
+};
+
+// Writes `bytes` (whole MiB) to a scratch file in `directory` and deletes it again.
+DiskLimit MeasureDiskLimit(const std::string& directory, uint64_t bytes);
 
 // How DiskLimitSeconds writes, for the benchmark's report.
 const char* DiskLimitMethod();

@@ -10,7 +10,7 @@ const char* DiskLimitMethod()
   return "dd if=/dev/zero bs=1M oflag=direct conv=fsync (child process)";
 }
 
-double DiskLimitSeconds(const std::string& directory, uint64_t bytes)
+DiskLimit MeasureDiskLimit(const std::string& directory, uint64_t bytes)
 {
   const std::string path = directory + "/disk-limit.bin";
   const std::string command = "dd if=/dev/zero of='" + path +
@@ -18,7 +18,9 @@ double DiskLimitSeconds(const std::string& directory, uint64_t bytes)
                               " oflag=direct conv=fsync 2>/dev/null";
   const auto start = std::chrono::steady_clock::now();
   const int result = std::system(command.c_str());
-  const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - start;
+  const auto written = std::chrono::steady_clock::now();
   unlink(path.c_str());
-  return result == 0 ? elapsed.count() : -1.0;
+  const std::chrono::duration<double> writing = written - start;
+  const std::chrono::duration<double> deleting = std::chrono::steady_clock::now() - written;
+  return DiskLimit{result == 0 ? writing.count() : -1.0, deleting.count()};
 }
