@@ -32,7 +32,8 @@ struct ContentBuffer {
 // The enciphered chunks waiting for the writer, one slot per chunk it may hold.
 constexpr size_t kRingSize = size_t{ChunkWriter::kMostOutstanding} * kChunkSize;
 
-// One thread for each processor enciphers; the writer has a thread of its own.
+// One share of the enciphering for each processor (the calling thread takes one of them);
+// the writer has a thread of its own.
 unsigned EncipheringThreads()
 {
   return std::clamp(std::thread::hardware_concurrency(), 1u, 16u);
