@@ -475,6 +475,20 @@ TEST_F(SysFileTest, WritesBehindStoreTheSameBytesUnderTheSameRules)
     EXPECT_EQ(std::memcmp(content.data() + 4096, out.get(), kBlock), 0) << flags;
   }
 
+  // A buffered file takes any transfer behind as well: past its cache when whole units
+  // allow it, else through it.
+  FilePtr cached = MustOpen(PathOf(u"cached.qvi"), kCreate);
+  ASSERT_NE(cached, nullptr);
+  uint32_t stored = 0;
+  EXPECT_EQ(SysWriteFileBehind(cached.get(), 0, out.get(), 8192, &stored), kStatusSuccess);
+  EXPECT_EQ(SysWriteFileBehind(cached.get(), 3, "abc", 3, &stored), kStatusSuccess);
+  EXPECT_EQ(stored, 3u);
+  EXPECT_EQ(Write(cached.get(), 8192, "tail", &stored), kStatusSuccess);
+  EXPECT_EQ(SysFlushFile(cached.get()), kStatusSuccess);
+  std::string expected(reinterpret_cast<const char*>(out.get()), 8192);
+  expected.replace(3, 3, "abc");
+  EXPECT_EQ(ContentOf(cached.get()), expected + "tail");
+
   FilePtr unbuffered = MustOpen(PathOf(u"aligned.qvi"), kCreate | kFileUnbuffered);
   FilePtr readOnly = MustOpen(PathOf(u"behind.qvi"), 0);
   ASSERT_NE(unbuffered, nullptr);
