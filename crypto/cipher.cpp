@@ -1,6 +1,7 @@
 // AES runs through OpenSSL's EVP interface (which uses the processor's AES instructions);
 // Blowfish, CAST and RC4 run on OpenSSL's low-level functions. Both give the same bytes:
-// the context keeps its own chaining vector and hands it to every call.
+// the context keeps its own chaining vector and hands it to every call. Independent units
+// of AES are chained side by side through EVP's single-block mode.
 #include "crypto/cipher.h"
 
 #include <openssl/blowfish.h>

@@ -204,16 +204,19 @@ StatusCode CipherUnits(const ImageSet& set, CipherContext* cipher, uint64_t offs
       std::memcpy(vector + 12, set.identityBlock + identity::kUnitVectorTail, 4);
     }
     const size_t skip = size_t{first} * set.unitSize;
+    // Units are independent: they are enciphered side by side. Deciphering CBC is parallel
+    // within one unit already.
     StatusCode status = kStatusSuccess;
     if (encrypt) {
-      // Units are independent: they are enciphered side by side.
       status = CipherEncryptUnits(cipher, vectors, set.ivLength, input + skip, output + skip,
                                   set.unitSize, count);
-    }
-    for (uint32_t i = 0; !encrypt && i < count && !IsFailure(status); ++i) {
-      const size_t at = skip + size_t{i} * set.unitSize;
-      status = CipherSetIv(cipher, vectors + i * kCipherVectorStride, set.ivLength);
-      if (!IsFailure(status)) status = CipherDecrypt(cipher, input + at, output + at, set.unitSize);
+    } else {
+      for (uint32_t i = 0; i < count && !IsFailure(status); ++i) {
+        const size_t at = skip + size_t{i} * set.unitSize;
+        status = CipherSetIv(cipher, vectors + i * kCipherVectorStride, set.ivLength);
+        if (!IsFailure(status))
+          status = CipherDecrypt(cipher, input + at, output + at, set.unitSize);
+      }
     }
     if (IsFailure(status)) return status;
   }
