@@ -26,9 +26,9 @@ class ChunkWriter {
   // Starts the thread that writes into `set`; kImgOutOfMemory when it cannot start.
   StatusCode Start(ImageSet& set);
 
-  // Hands over chunk number n (counted from 0): `length` bytes, already as they go on disk,
+  // Hands over the next chunk (numbered from 0 in this order): `length` bytes, as they go on disk,
   // for stream offset `offset`, written behind (WriteEnciphered). The bytes must stay until
-  // the chunk is written; fewer than kMostOutstanding chunks may be outstanding.
+  // the chunk is written; at most kMostOutstanding chunks may be outstanding.
   void Submit(uint64_t offset, const uint8_t* bytes, uint32_t length);
 
   // Waits until chunk `index` is written; 0, or the first failure if it stopped the writes
