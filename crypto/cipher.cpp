@@ -1,6 +1,7 @@
 // AES runs through OpenSSL's EVP interface (which uses the processor's AES instructions);
 // Blowfish, CAST and RC4 run on OpenSSL's low-level functions. Both give the same bytes:
-// the context keeps its own chaining vector and hands it to every call.
+// the context keeps its own chaining vector and hands it to every call. Independent units
+// of AES are chained side by side through EVP's single-block mode.
 #include "crypto/cipher.h"
 
 #include <openssl/blowfish.h>
@@ -18,6 +19,7 @@ namespace {
 struct AesState {
   EVP_CIPHER_CTX* encrypt;  // holds the encryption key schedule
   EVP_CIPHER_CTX* decrypt;  // holds the decryption key schedule
+  EVP_CIPHER_CTX* blocks;   // the encryption key schedule on single blocks, for side-by-side units
   uint8_t vector[16];
 };
 
@@ -77,11 +79,20 @@ const EVP_CIPHER* AesCbcCipher(uint32_t keyLength)
   }
 }
 
-EVP_CIPHER_CTX* NewAesSchedule(const uint8_t* key, uint32_t keyLength, int direction)
+const EVP_CIPHER* AesBlockCipher(uint32_t keyLength)
+{
+  switch (keyLength) {
+    case 16: return EVP_aes_128_ecb();
+    case 24: return EVP_aes_192_ecb();
+    default: return EVP_aes_256_ecb();
+  }
+}
+
+EVP_CIPHER_CTX* NewAesSchedule(const EVP_CIPHER* cipher, const uint8_t* key, int direction)
 {
   EVP_CIPHER_CTX* schedule = EVP_CIPHER_CTX_new();
   if (schedule == nullptr) return nullptr;
-  if (EVP_CipherInit_ex(schedule, AesCbcCipher(keyLength), nullptr, key, nullptr, direction) != 1 ||
+  if (EVP_CipherInit_ex(schedule, cipher, nullptr, key, nullptr, direction) != 1 ||
       EVP_CIPHER_CTX_set_padding(schedule, 0) != 1) {
     EVP_CIPHER_CTX_free(schedule);
     return nullptr;
@@ -89,17 +100,66 @@ EVP_CIPHER_CTX* NewAesSchedule(const uint8_t* key, uint32_t keyLength, int direc
   return schedule;
 }
 
+// OpenSSL allocated the schedules itself; it wipes them as it frees them.
+void FreeAesSchedules(AesState& aes)
+{
+  EVP_CIPHER_CTX_free(aes.encrypt);
+  EVP_CIPHER_CTX_free(aes.decrypt);
+  EVP_CIPHER_CTX_free(aes.blocks);
+}
+
 StatusCode CreateAes(CipherContext* context, const uint8_t* key, uint32_t keyLength)
 {
   AesState& aes = context->state.aes;
-  aes.encrypt = NewAesSchedule(key, keyLength, 1);
-  aes.decrypt = NewAesSchedule(key, keyLength, 0);
-  if (aes.encrypt == nullptr || aes.decrypt == nullptr) {
-    EVP_CIPHER_CTX_free(aes.encrypt);
-    EVP_CIPHER_CTX_free(aes.decrypt);
+  aes.encrypt = NewAesSchedule(AesCbcCipher(keyLength), key, 1);
+  aes.decrypt = NewAesSchedule(AesCbcCipher(keyLength), key, 0);
+  aes.blocks = NewAesSchedule(AesBlockCipher(keyLength), key, 1);
+  if (aes.encrypt == nullptr || aes.decrypt == nullptr || aes.blocks == nullptr) {
+    FreeAesSchedules(aes);
     return kCryptoOutOfMemory;
   }
   return kStatusSuccess;
+}
+
+// The units enciphered side by side: enough independent chains to keep the processor's AES
+// pipeline full (eight blocks per call is what OpenSSL's AES-NI code interleaves).
+constexpr uint32_t kAesLanes = 8;
+
+// CBC over up to kAesLanes units at once: step b takes block b of every unit, adds each
+// unit's chain to it and enciphers all of them in one call on single blocks, so the chains
+// advance together instead of one after the other.
+void EncryptAesUnits(AesState& aes, const uint8_t* vectors, uint32_t vectorLength,
+                     const uint8_t* input, uint8_t* output, uint32_t unitLength, uint32_t count)
+{
+  // Each chain as two 64-bit words, so that adding a block to it is two word operations.
+  uint64_t chains[kAesLanes * 2];
+  auto* chainBytes = reinterpret_cast<uint8_t*>(chains);
+  for (uint32_t first = 0; first < count; first += kAesLanes) {
+    const uint32_t lanes = std::min(kAesLanes, count - first);
+    for (uint32_t lane = 0; lane < lanes; ++lane) {
+      uint8_t* chain = chainBytes + lane * kAesBlockSize;
+      std::memcpy(chain, vectors + size_t{first + lane} * kCipherVectorStride, vectorLength);
+      std::memset(chain + vectorLength, 0, kAesBlockSize - vectorLength);
+    }
+    const uint8_t* unitsIn = input + size_t{first} * unitLength;
+    uint8_t* unitsOut = output + size_t{first} * unitLength;
+    for (uint32_t block = 0; block < unitLength; block += kAesBlockSize) {
+      for (uint32_t lane = 0; lane < lanes; ++lane) {
+        uint64_t plain[2];
+        std::memcpy(plain, unitsIn + size_t{lane} * unitLength + block, kAesBlockSize);
+        chains[2 * lane] ^= plain[0];
+        chains[2 * lane + 1] ^= plain[1];
+      }
+      int written = 0;
+      EVP_EncryptUpdate(aes.blocks, chainBytes, &written, chainBytes,
+                        static_cast<int>(lanes * kAesBlockSize));
+      for (uint32_t lane = 0; lane < lanes; ++lane) {
+        std::memcpy(unitsOut + size_t{lane} * unitLength + block, chainBytes + lane * kAesBlockSize,
+                    kAesBlockSize);
+      }
+    }
+    std::memcpy(aes.vector, chainBytes + (lanes - 1) * kAesBlockSize, kAesBlockSize);
+  }
 }
 
 // One CBC pass over a piece, starting from the context's vector and leaving the last
@@ -236,6 +296,27 @@ StatusCode CipherSetIv(CipherContext* context, const uint8_t* vector, uint32_t v
   return kStatusSuccess;
 }
 
+StatusCode CipherEncryptUnits(CipherContext* context, const uint8_t* vectors, uint32_t vectorLength,
+                              const uint8_t* input, uint8_t* output, uint32_t unitLength,
+                              uint32_t count)
+{
+  if (vectors == nullptr || count == 0 || !IsValidRequest(context, input, output, unitLength) ||
+      context->algorithm == kCipherRc4 || vectorLength == 0 || vectorLength > context->blockSize) {
+    return kCryptoInvalidParameter;
+  }
+  if (context->algorithm == kCipherAes) {
+    EncryptAesUnits(context->state.aes, vectors, vectorLength, input, output, unitLength, count);
+    return kStatusSuccess;
+  }
+  for (uint32_t unit = 0; unit < count; ++unit) {
+    const size_t skip = size_t{unit} * unitLength;
+    CipherSetIv(context, vectors + size_t{unit} * kCipherVectorStride, vectorLength);
+    const StatusCode status = Run(context, input + skip, output + skip, unitLength, true);
+    if (IsFailure(status)) return status;
+  }
+  return kStatusSuccess;
+}
+
 StatusCode CipherDuplicate(const CipherContext* context, CipherContext** copy)
 {
   if (context == nullptr || copy == nullptr || !IsValid(context)) return kCryptoInvalidParameter;
@@ -247,11 +328,12 @@ StatusCode CipherDuplicate(const CipherContext* context, CipherContext** copy)
     AesState& aes = made->state.aes;
     aes.encrypt = EVP_CIPHER_CTX_new();
     aes.decrypt = EVP_CIPHER_CTX_new();
-    if (aes.encrypt == nullptr || aes.decrypt == nullptr ||
+    aes.blocks = EVP_CIPHER_CTX_new();
+    if (aes.encrypt == nullptr || aes.decrypt == nullptr || aes.blocks == nullptr ||
         EVP_CIPHER_CTX_copy(aes.encrypt, context->state.aes.encrypt) != 1 ||
-        EVP_CIPHER_CTX_copy(aes.decrypt, context->state.aes.decrypt) != 1) {
-      EVP_CIPHER_CTX_free(aes.encrypt);
-      EVP_CIPHER_CTX_free(aes.decrypt);
+        EVP_CIPHER_CTX_copy(aes.decrypt, context->state.aes.decrypt) != 1 ||
+        EVP_CIPHER_CTX_copy(aes.blocks, context->state.aes.blocks) != 1) {
+      FreeAesSchedules(aes);
       SysRelease(made);
       return kCryptoOutOfMemory;
     }
@@ -263,11 +345,7 @@ StatusCode CipherDuplicate(const CipherContext* context, CipherContext** copy)
 StatusCode CipherDestroy(CipherContext* context)
 {
   if (context == nullptr || !IsValid(context)) return kCryptoInvalidParameter;
-  if (context->algorithm == kCipherAes) {
-    // OpenSSL allocated these itself; it wipes their key schedules as it frees them.
-    EVP_CIPHER_CTX_free(context->state.aes.encrypt);
-    EVP_CIPHER_CTX_free(context->state.aes.decrypt);
-  }
+  if (context->algorithm == kCipherAes) FreeAesSchedules(context->state.aes);
   SysRelease(context);
   return kStatusSuccess;
 }

@@ -67,11 +67,19 @@ void DiscardLastVolume(ImageSet& set)
   set.lastUsed = std::min(set.lastUsed, set.volumes.empty() ? 0 : set.volumes.size() - 1);
 }
 
+// Writes a piece of data, behind (stable only at the next flush) or as the file writes.
+StatusCode WriteData(SysFile* file, uint64_t offset, const uint8_t* bytes, uint32_t length,
+                     bool behind, uint32_t* done)
+{
+  return behind ? SysWriteFileBehind(file, offset, bytes, length, done)
+                : SysWriteFile(file, offset, bytes, length, done);
+}
+
 // The all-ones limit: a write that filled the disk although the directory still has
 // room has met the file system's largest file size. Keeps the whole units stored, and
 // writes the rest of the piece into a new volume file.
 StatusCode ContinueInNewVolume(ImageSet& set, size_t index, uint64_t pos, const uint8_t* piece,
-                               uint32_t length, uint32_t stored, StatusCode diskFull)
+                               uint32_t length, uint32_t stored, StatusCode diskFull, bool behind)
 {
   uint64_t freeBytes = 0;
   if (IsFailure(SysGetFreeSpace(set.directory.c_str(), &freeBytes)) || freeBytes <= length) {
@@ -85,7 +93,8 @@ StatusCode ContinueInNewVolume(ImageSet& set, size_t index, uint64_t pos, const 
   status = CreateNextVolume(set, nullptr);
   if (IsFailure(status)) return status;
   uint32_t done = 0;
-  status = SysWriteFile(set.volumes.back().file, kHeaderSize, piece + kept, length - kept, &done);
+  status =
+      WriteData(set.volumes.back().file, kHeaderSize, piece + kept, length - kept, behind, &done);
   if (IsFailure(status)) {
     // The set ends at volume `index` again; its header must no longer announce a follower,
     // or the set would not open. The disk-full failure stays the one reported.
@@ -98,7 +107,8 @@ StatusCode ContinueInNewVolume(ImageSet& set, size_t index, uint64_t pos, const 
 }
 
 // Writes one chunk's bytes (already enciphered) across the volume files.
-StatusCode WriteAcrossVolumes(ImageSet& set, uint64_t offset, const uint8_t* bytes, uint32_t length)
+StatusCode WriteAcrossVolumes(ImageSet& set, uint64_t offset, const uint8_t* bytes, uint32_t length,
+                              bool behind)
 {
   size_t index = 0;
   if (!FindVolume(set, offset, &index)) return kImgBeyondEnd;
@@ -124,10 +134,10 @@ StatusCode WriteAcrossVolumes(ImageSet& set, uint64_t offset, const uint8_t* byt
     const auto pieceLength = static_cast<uint32_t>(piece);
     uint32_t done = 0;
     const StatusCode status =
-        SysWriteFile(volume->file, kHeaderSize + pos, bytes, pieceLength, &done);
+        WriteData(volume->file, kHeaderSize + pos, bytes, pieceLength, behind, &done);
     if (status == kSysDiskFull && set.volumeSizeLimit == kFileSystemLimit && last) {
       const StatusCode continued =
-          ContinueInNewVolume(set, index, pos, bytes, pieceLength, done, status);
+          ContinueInNewVolume(set, index, pos, bytes, pieceLength, done, status, behind);
       if (IsFailure(continued)) return continued;
       index = set.volumes.size() - 1;
       set.lastUsed = index;
@@ -180,17 +190,34 @@ uint64_t ImageSet::StreamEnd() const
 StatusCode CipherUnits(const ImageSet& set, CipherContext* cipher, uint64_t offset,
                        const uint8_t* input, uint8_t* output, uint32_t length, bool encrypt)
 {
-  for (uint32_t done = 0; done < length; done += set.unitSize) {
-    // The unit's chaining vector: its stream offset, the unit size minus one, and four
-    // bytes of the identity block; the first ivLength bytes are loaded.
-    uint8_t vector[16];
-    Store<uint64_t>(vector, offset + done);
-    Store<uint32_t>(vector + 8, set.unitSize - 1);
-    std::memcpy(vector + 12, set.identityBlock + identity::kUnitVectorTail, 4);
-    CipherSetIv(cipher, vector, set.ivLength);
-    const StatusCode status =
-        encrypt ? CipherEncrypt(cipher, input + done, output + done, set.unitSize)
-                : CipherDecrypt(cipher, input + done, output + done, set.unitSize);
+  // The units' chaining vectors, a group at a time: each unit's stream offset, the unit
+  // size minus one, and four bytes of the identity block; the first ivLength bytes count.
+  constexpr uint32_t kGroup = 32;
+  uint8_t vectors[kGroup * kCipherVectorStride];
+  const uint32_t units = length / set.unitSize;
+  for (uint32_t first = 0; first < units; first += kGroup) {
+    const uint32_t count = std::min(kGroup, units - first);
+    for (uint32_t i = 0; i < count; ++i) {
+      uint8_t* vector = vectors + i * kCipherVectorStride;
+      Store<uint64_t>(vector, offset + uint64_t{first + i} * set.unitSize);
+      Store<uint32_t>(vector + 8, set.unitSize - 1);
+      std::memcpy(vector + 12, set.identityBlock + identity::kUnitVectorTail, 4);
+    }
+    const size_t skip = size_t{first} * set.unitSize;
+    // Units are independent: they are enciphered side by side. Deciphering CBC is parallel
+    // within one unit already.
+    StatusCode status = kStatusSuccess;
+    if (encrypt) {
+      status = CipherEncryptUnits(cipher, vectors, set.ivLength, input + skip, output + skip,
+                                  set.unitSize, count);
+    } else {
+      for (uint32_t i = 0; i < count && !IsFailure(status); ++i) {
+        const size_t at = skip + size_t{i} * set.unitSize;
+        status = CipherSetIv(cipher, vectors + i * kCipherVectorStride, set.ivLength);
+        if (!IsFailure(status))
+          status = CipherDecrypt(cipher, input + at, output + at, set.unitSize);
+      }
+    }
     if (IsFailure(status)) return status;
   }
   return kStatusSuccess;
@@ -298,7 +325,7 @@ StatusCode WriteEnciphered(ImageSet& set, uint64_t offset, const uint8_t* bytes,
 {
   const StatusCode status = CheckRequest(set, offset, length);
   if (IsFailure(status)) return status;
-  return WriteAcrossVolumes(set, offset, bytes, length);
+  return WriteAcrossVolumes(set, offset, bytes, length, true);
 }
 
 StatusCode WriteStream(ImageSet& set, uint64_t offset, const uint8_t* buffer, uint64_t length)
@@ -311,7 +338,7 @@ StatusCode WriteStream(ImageSet& set, uint64_t offset, const uint8_t* buffer, ui
       status = CipherUnits(set, set.dataCipher, offset + done, source, set.workBuffer, chunk, true);
       source = set.workBuffer;
     }
-    if (!IsFailure(status)) status = WriteAcrossVolumes(set, offset + done, source, chunk);
+    if (!IsFailure(status)) status = WriteAcrossVolumes(set, offset + done, source, chunk, false);
     done += chunk;
   }
   return status;

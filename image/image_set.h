@@ -75,7 +75,8 @@ StatusCode CipherUnits(const ImageSet& set, CipherContext* cipher, uint64_t offs
                        const uint8_t* input, uint8_t* output, uint32_t length, bool encrypt);
 
 // Writes at most one chunk of bytes that are already as they go on disk (enciphered by
-// CipherUnits when the set is encrypted).
+// CipherUnits when the set is encrypted), behind: they are stable after FlushVolumes. For
+// the bulk of the content, which one flush closes; headers still write as the files do.
 StatusCode WriteEnciphered(ImageSet& set, uint64_t offset, const uint8_t* bytes, uint32_t length);
 
 // Cuts the stream at `offset`, deleting every volume file behind the one that covers it.

@@ -3,6 +3,7 @@
 #include <thread>
 
 #include "image/bytes.h"
+#include "image/chunk_writer.h"
 #include "image/image_handle.h"
 #include "image/progress.h"
 #include "image/unit_encryptor.h"
@@ -16,16 +17,23 @@ uint64_t RoundUp(uint64_t value, uint64_t multiple)
   return (value + multiple - 1) / multiple * multiple;
 }
 
-// A 1 MiB buffer for the content's bulk writes, released on every path.
+// A buffer for the content's bulk writes, released on every path.
 struct ContentBuffer {
-  uint8_t* data = static_cast<uint8_t*>(SysAllocate(kChunkSize, kAllocZeroed | kAllocPageable));
-  ContentBuffer() = default;
+  uint8_t* data;
+  explicit ContentBuffer(size_t size)
+      : data(static_cast<uint8_t*>(SysAllocate(size, kAllocZeroed | kAllocPageable)))
+  {
+  }
   ContentBuffer(const ContentBuffer&) = delete;
   ContentBuffer& operator=(const ContentBuffer&) = delete;
   ~ContentBuffer() { SysRelease(data); }
 };
 
-// One thread for each processor enciphers; the calling thread writes.
+// The enciphered chunks waiting for the writer, one slot per chunk it may hold.
+constexpr size_t kRingSize = size_t{ChunkWriter::kMostOutstanding} * kChunkSize;
+
+// One share of the enciphering for each processor (the calling thread takes one of them);
+// the writer has a thread of its own.
 unsigned EncipheringThreads()
 {
   return std::clamp(std::thread::hardware_concurrency(), 1u, 16u);
@@ -38,38 +46,74 @@ void FillEmptyTableBlocks(uint8_t* buffer)
   for (uint32_t unit = 0; unit < kChunkSize; unit += kUnitSize) SealTableBlock(buffer + unit);
 }
 
-// Writes `total` bytes of the buffer's content, repeated, at the stream end in writes of
-// at most 1 MiB, reporting each write. In an encrypted set the next chunk is enciphered
-// on the encryptor's threads (already started) while this one is written; `spare` is that
-// chunk's buffer.
-StatusCode WriteBulk(ImageSet& set, const uint8_t* buffer, uint64_t total, uint8_t* spare,
-                     UnitEncryptor& encryptor, Progress& progress)
+// Everything the bulk writes need, made before the first change on disk.
+struct BulkWriters {
+  ContentBuffer ring{kRingSize};
+  UnitEncryptor encryptor;
+  ChunkWriter writer;
+};
+
+// Writes `total` bytes of the buffer's content, repeated, at the stream end in chunks of
+// at most 1 MiB, and reports each chunk once it is written, in order, as writing chunk
+// after chunk would. Meanwhile the chunks behind it are enciphered (in an encrypted set,
+// into the ring's slots, on the encryptor's threads) and written on the writer's thread, so
+// the disk always has the next chunk at hand. A cancel stops at the chunk it was reported
+// for: the chunks already under way are cut off again. The writes go behind; a success
+// ends with the flush that makes them stable.
+StatusCode WriteBulk(ImageSet& set, const uint8_t* content, uint64_t total, BulkWriters& bulk,
+                     Progress& progress)
 {
   const uint64_t start = set.StreamEnd();
-  auto chunkAt = [&](uint64_t done) {
-    return static_cast<uint32_t>(std::min<uint64_t>(total - done, kChunkSize));
+  const uint64_t chunks = (total + kChunkSize - 1) / kChunkSize;
+  auto lengthOf = [&](uint64_t chunk) {
+    return static_cast<uint32_t>(std::min<uint64_t>(total - chunk * kChunkSize, kChunkSize));
   };
-  uint8_t* ready = set.workBuffer;
-  uint8_t* next = spare;
-  if (set.IsEncrypted() && total > 0) encryptor.Begin(start, buffer, ready, chunkAt(0));
-  for (uint64_t done = 0; done < total;) {
-    const uint32_t length = chunkAt(done);
-    const uint8_t* bytes = buffer;
-    if (set.IsEncrypted()) {
-      const StatusCode status = encryptor.Finish();
+  uint64_t reported = 0;
+  // Waits for the chunks before `end` that are not reported yet and reports them in order.
+  auto report = [&](uint64_t end) {
+    while (reported < end) {
+      const StatusCode status = bulk.writer.WaitFor(reported);
       if (IsFailure(status)) return status;
-      if (done + length < total) {
-        encryptor.Begin(start + done + length, buffer, next, chunkAt(done + length));
-      }
-      bytes = ready;
-      std::swap(ready, next);
+      const uint32_t length = lengthOf(reported++);
+      if (!progress.Advance(length)) return kImgCancelled;
     }
-    const StatusCode status = WriteEnciphered(set, start + done, bytes, length);
-    if (IsFailure(status)) return status;
-    done += length;
-    if (!progress.Advance(length)) return kImgCancelled;
+    return kStatusSuccess;
+  };
+
+  // The writer always holds the chunks handed over since the oldest unreported one; a
+  // chunk is reported when its slot is needed again, so the writer has work while the
+  // progress window takes its time.
+  StatusCode status = kStatusSuccess;
+  for (uint64_t chunk = 0; chunk < chunks; ++chunk) {
+    const uint64_t slot = chunk % ChunkWriter::kMostOutstanding;
+    if (chunk >= ChunkWriter::kMostOutstanding) {
+      status = report(chunk - ChunkWriter::kMostOutstanding + 1);
+      if (IsFailure(status)) break;
+    }
+    const uint64_t offset = start + chunk * kChunkSize;
+    const uint8_t* bytes = content;
+    if (set.IsEncrypted()) {
+      uint8_t* target = bulk.ring.data + slot * kChunkSize;
+      bulk.encryptor.Begin(offset, content, target, lengthOf(chunk));
+      status = bulk.encryptor.Finish();
+      if (IsFailure(status)) {
+        // The chunks before it are reported first, as writing one after the other would.
+        const StatusCode before = report(chunk);
+        if (IsFailure(before)) status = before;
+        break;
+      }
+      bytes = target;
+    }
+    bulk.writer.Submit(offset, bytes, lengthOf(chunk));
   }
-  return kStatusSuccess;
+  if (!IsFailure(status)) status = report(chunks);
+  bulk.writer.Stop();
+  if (status == kImgCancelled) {
+    TruncateStream(set, start + std::min(reported * kChunkSize, total));
+    return status;
+  }
+  if (IsFailure(status)) return status;
+  return FlushVolumes(set);
 }
 
 }  // namespace
@@ -77,14 +121,14 @@ StatusCode WriteBulk(ImageSet& set, const uint8_t* buffer, uint64_t total, uint8
 StatusCode CreateStreamContent(ImageSet& set, uint64_t capacity, uint32_t imageFlags,
                                ProgressCallback callback, void* context)
 {
-  // Everything the content needs is allocated before the first change on disk, so that a
-  // lack of memory leaves the image as it was.
-  ContentBuffer buffer;
-  ContentBuffer spare;
-  if (buffer.data == nullptr || spare.data == nullptr) return kImgOutOfMemory;
-  UnitEncryptor encryptor;
+  // Everything the content needs is allocated and started before the first change on disk,
+  // so that a lack of memory leaves the image as it was.
+  ContentBuffer buffer(kChunkSize);
+  BulkWriters bulk;
+  if (buffer.data == nullptr || bulk.ring.data == nullptr) return kImgOutOfMemory;
   StatusCode status =
-      set.IsEncrypted() ? encryptor.Start(set, EncipheringThreads()) : kStatusSuccess;
+      set.IsEncrypted() ? bulk.encryptor.Start(set, EncipheringThreads()) : kStatusSuccess;
+  if (!IsFailure(status)) status = bulk.writer.Start(set);
   if (IsFailure(status)) return status;
   status = TruncateStream(set, 0);
   if (IsFailure(status)) return status;
@@ -121,12 +165,10 @@ StatusCode CreateStreamContent(ImageSet& set, uint64_t capacity, uint32_t imageF
 
   if (fixed) {
     std::memset(buffer.data, 0, kChunkSize);
-    status = WriteBulk(set, buffer.data, RoundUp(capacity, set.unitSize), spare.data, encryptor,
-                       progress);
+    status = WriteBulk(set, buffer.data, RoundUp(capacity, set.unitSize), bulk, progress);
   } else {
     FillEmptyTableBlocks(buffer.data);
-    status = WriteBulk(set, buffer.data, uint64_t{tableBlocks} * set.unitSize, spare.data,
-                       encryptor, progress);
+    status = WriteBulk(set, buffer.data, uint64_t{tableBlocks} * set.unitSize, bulk, progress);
   }
   if (IsFailure(status)) return status;
 

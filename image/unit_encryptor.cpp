@@ -18,7 +18,8 @@ StatusCode UnitEncryptor::Start(const ImageSet& set, unsigned threads)
     ciphers_.push_back(copy);
   }
   try {
-    for (size_t i = 0; i < ciphers_.size(); ++i)
+    // The last share is the caller's.
+    for (size_t i = 0; i + 1 < ciphers_.size(); ++i)
       threads_.emplace_back(&UnitEncryptor::Work, this, i);
   } catch (const std::system_error&) {
     return kImgOutOfMemory;
@@ -30,7 +31,7 @@ void UnitEncryptor::Begin(uint64_t offset, const uint8_t* input, uint8_t* output
 {
   const std::lock_guard<std::mutex> lock(mutex_);
   job_ = Job{offset, input, output, length};
-  busy_ = ciphers_.size();
+  busy_ = threads_.size();
   status_ = kStatusSuccess;
   ++generation_;
   begun_.notify_all();
@@ -39,12 +40,28 @@ void UnitEncryptor::Begin(uint64_t offset, const uint8_t* input, uint8_t* output
 StatusCode UnitEncryptor::Finish()
 {
   std::unique_lock<std::mutex> lock(mutex_);
+  const Job job = job_;
+  finishedGeneration_ = generation_;
+  lock.unlock();
+  const StatusCode own = EncipherShare(job, ciphers_.size() - 1);
+  lock.lock();
   finished_.wait(lock, [this] { return busy_ == 0; });
-  return status_;
+  return IsFailure(status_) ? status_ : own;
 }
 
-// Thread `index` takes the index-th of as many equal runs of whole units as there are
-// threads; a run is contiguous, so each thread streams through its own memory.
+StatusCode UnitEncryptor::EncipherShare(const Job& job, size_t index) const
+{
+  const uint32_t units = job.length / set_->unitSize;
+  const auto count = static_cast<uint32_t>(ciphers_.size());
+  const uint32_t perShare = (units + count - 1) / count;
+  const uint32_t first = std::min(units, static_cast<uint32_t>(index) * perShare);
+  const uint32_t last = std::min(units, first + perShare);
+  if (last == first) return kStatusSuccess;
+  const uint32_t skip = first * set_->unitSize;
+  return CipherUnits(*set_, ciphers_[index], job.offset + skip, job.input + skip, job.output + skip,
+                     (last - first) * set_->unitSize, true);
+}
+
 void UnitEncryptor::Work(size_t index)
 {
   uint64_t seen = 0;
@@ -55,19 +72,7 @@ void UnitEncryptor::Work(size_t index)
     seen = generation_;
     const Job job = job_;
     lock.unlock();
-
-    const uint32_t units = job.length / set_->unitSize;
-    const auto count = static_cast<uint32_t>(ciphers_.size());
-    const uint32_t perThread = (units + count - 1) / count;
-    const uint32_t first = std::min(units, static_cast<uint32_t>(index) * perThread);
-    const uint32_t last = std::min(units, first + perThread);
-    StatusCode status = kStatusSuccess;
-    if (last > first) {
-      const uint32_t skip = first * set_->unitSize;
-      status = CipherUnits(*set_, ciphers_[index], job.offset + skip, job.input + skip,
-                           job.output + skip, (last - first) * set_->unitSize, true);
-    }
-
+    const StatusCode status = EncipherShare(job, index);
     lock.lock();
     if (IsFailure(status) && !IsFailure(status_)) status_ = status;
     if (--busy_ == 0) finished_.notify_all();
@@ -76,6 +81,7 @@ void UnitEncryptor::Work(size_t index)
 
 void UnitEncryptor::Stop()
 {
+  if (generation_ != finishedGeneration_) Finish();
   {
     const std::lock_guard<std::mutex> lock(mutex_);
     stopping_ = true;

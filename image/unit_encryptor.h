@@ -1,6 +1,6 @@
 // Enciphers the independent units of a chunk on several threads, each with its own copy
-// of the set's data cipher, while the caller goes on with other work: the write of the
-// chunk enciphered before. The bytes are the same as one thread would make.
+// of the set's data cipher; the calling thread takes one share itself. The bytes are the
+// same as one thread would make.
 #pragma once
 
 #include <condition_variable>
@@ -16,18 +16,21 @@ class UnitEncryptor {
   UnitEncryptor() = default;
   UnitEncryptor(const UnitEncryptor&) = delete;
   UnitEncryptor& operator=(const UnitEncryptor&) = delete;
-  // Lets the work begun last run to its end, then stops the threads.
+  // Lets the work begun last run to its end (the caller's share too, if Finish did not
+  // come), then stops the threads.
   ~UnitEncryptor();
 
-  // Copies the set's data cipher for `threads` threads and starts them. The cipher
-  // engine's code when a copy cannot be made; kImgOutOfMemory when a thread cannot.
+  // Copies the set's data cipher for `threads` shares and starts a thread for every share
+  // but the caller's. The cipher engine's code when a copy cannot be made; kImgOutOfMemory
+  // when a thread cannot start.
   StatusCode Start(const ImageSet& set, unsigned threads);
 
   // Begins enciphering `length` bytes (whole units) of `input`, which belong at stream
   // offset `offset`, into `output`. Both buffers must stay until Finish returns.
   void Begin(uint64_t offset, const uint8_t* input, uint8_t* output, uint32_t length);
 
-  // Waits for the work begun last; its first failure.
+  // Enciphers the caller's share of the work begun last and waits for the threads'; the
+  // first failure.
   StatusCode Finish();
 
  private:
@@ -38,6 +41,9 @@ class UnitEncryptor {
     uint32_t length = 0;
   };
 
+  // Enciphers share `index` of `job`: the index-th of as many equal runs of whole units as
+  // there are shares; a run is contiguous, so each thread streams through its own memory.
+  StatusCode EncipherShare(const Job& job, size_t index) const;
   void Work(size_t index);
   void Stop();
 
@@ -48,8 +54,9 @@ class UnitEncryptor {
   std::condition_variable begun_;
   std::condition_variable finished_;
   Job job_;
-  uint64_t generation_ = 0;  // counts the jobs begun
-  size_t busy_ = 0;          // threads still working on the current job
+  uint64_t generation_ = 0;          // counts the jobs begun
+  uint64_t finishedGeneration_ = 0;  // the last job whose caller's share is done
+  size_t busy_ = 0;                  // threads still working on the current job
   bool stopping_ = false;
   StatusCode status_ = kStatusSuccess;
 };

@@ -86,8 +86,11 @@ StatusCode SysReadFile(SysFile* file, uint64_t offset, void* buffer, uint32_t le
   return BackendRead(file->native, offset, buffer, length, done);
 }
 
-StatusCode SysWriteFile(SysFile* file, uint64_t offset, const void* buffer, uint32_t length,
-                        uint32_t* done)
+namespace {
+
+// A write through the seam: checks, the fault plan, then the backend in `mode`.
+StatusCode Write(SysFile* file, uint64_t offset, const void* buffer, uint32_t length,
+                 WriteMode mode, uint32_t* done)
 {
   if (done == nullptr) return kSysInvalidParameter;
   *done = 0;
@@ -98,7 +101,7 @@ StatusCode SysWriteFile(SysFile* file, uint64_t offset, const void* buffer, uint
   std::unique_lock<std::mutex> lock(g_faultsMutex);
   if (g_faults == nullptr) {
     lock.unlock();
-    return BackendWrite(file->native, offset, buffer, length, done);
+    return BackendWrite(file->native, offset, buffer, length, mode, done);
   }
 
   SysFileFaults& faults = *g_faults;
@@ -118,11 +121,27 @@ StatusCode SysWriteFile(SysFile* file, uint64_t offset, const void* buffer, uint
 
   StatusCode status = kStatusSuccess;
   if (fits > 0) {
-    status = BackendWrite(file->native, offset, buffer, static_cast<uint32_t>(fits), done);
+    status = BackendWrite(file->native, offset, buffer, static_cast<uint32_t>(fits), mode, done);
     faults.bytesUntilDiskFull -= std::min<uint64_t>(*done, faults.bytesUntilDiskFull);
   }
   if (IsFailure(status)) return status;
   return fits < length ? kSysDiskFull : kStatusSuccess;
+}
+
+}  // namespace
+
+StatusCode SysWriteFile(SysFile* file, uint64_t offset, const void* buffer, uint32_t length,
+                        uint32_t* done)
+{
+  const bool through = file != nullptr && IsUnbuffered(file);
+  const WriteMode mode = through ? WriteMode::kWriteThrough : WriteMode::kCached;
+  return Write(file, offset, buffer, length, mode, done);
+}
+
+StatusCode SysWriteFileBehind(SysFile* file, uint64_t offset, const void* buffer, uint32_t length,
+                              uint32_t* done)
+{
+  return Write(file, offset, buffer, length, WriteMode::kWriteBehind, done);
 }
 
 StatusCode SysGetFileSize(SysFile* file, uint64_t* size)

@@ -40,6 +40,16 @@ StatusCode SysReadFile(SysFile* file, uint64_t offset, void* buffer, uint32_t le
 StatusCode SysWriteFile(SysFile* file, uint64_t offset, const void* buffer, uint32_t length,
                         uint32_t* done);
 
+// Writes like SysWriteFile, with the same rules and the same seam, but returns without
+// waiting for the bytes to reach stable storage, even on an unbuffered file; a later
+// SysFlushFile makes them stable. For long runs of bulk writes that one flush closes. The
+// bytes go to the disk at once: past the system's cache where the transfer allows it
+// (whole 4096-byte units from aligned memory, as SysAllocate gives), on a buffered file
+// too, so no other transfer on the same file may run meanwhile. On Windows a file keeps
+// the caching and write-through it was opened with.
+StatusCode SysWriteFileBehind(SysFile* file, uint64_t offset, const void* buffer, uint32_t length,
+                              uint32_t* done);
+
 StatusCode SysGetFileSize(SysFile* file, uint64_t* size);
 
 // Sets the end of the file: cuts it off or extends it with zeros. A file opened without

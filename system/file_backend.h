@@ -23,9 +23,17 @@ StatusCode BackendOpen(const char16_t* path, uint32_t flags, NativeFile* file);
 StatusCode BackendRead(NativeFile file, uint64_t offset, void* buffer, uint32_t length,
                        uint32_t* done);
 
-// Writes all `length` bytes; on failure `*done` counts what the system stored.
+// How a write goes to the disk.
+enum class WriteMode {
+  kCached,        // as the file was opened: into the system's cache, or past it when unbuffered
+  kWriteThrough,  // returns once the bytes are on stable storage (unbuffered files)
+  kWriteBehind,   // as kCached, and the system starts moving the bytes to the disk at once
+};
+
+// Writes all `length` bytes; on failure `*done` counts what the system stored. Windows
+// decides write-through when the file is opened, so there every mode writes alike.
 StatusCode BackendWrite(NativeFile file, uint64_t offset, const void* buffer, uint32_t length,
-                        uint32_t* done);
+                        WriteMode mode, uint32_t* done);
 
 StatusCode BackendGetSize(NativeFile file, uint64_t* size);
 StatusCode BackendSetSize(NativeFile file, uint64_t size);

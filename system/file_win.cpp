@@ -73,7 +73,7 @@ StatusCode BackendRead(NativeFile file, uint64_t offset, void* buffer, uint32_t 
 }
 
 StatusCode BackendWrite(NativeFile file, uint64_t offset, const void* buffer, uint32_t length,
-                        uint32_t* done)
+                        WriteMode, uint32_t* done)
 {
   *done = 0;
   const auto* bytes = static_cast<const char*>(buffer);

@@ -125,7 +125,7 @@ StatusCode BackendRead(NativeFile file, uint64_t offset, void* buffer, uint32_t 
 }
 
 StatusCode BackendWrite(NativeFile file, uint64_t offset, const void* buffer, uint32_t length,
-                        uint32_t* done)
+                        WriteMode, uint32_t* done)
 {
   std::lock_guard<std::mutex> lock(g_mutex);
   const OpenFile* open = Find(file);

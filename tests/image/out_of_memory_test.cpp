@@ -85,8 +85,9 @@ TEST_F(ImageOutOfMemory, CreateLeavesNoFileAfterAnyRefusal)
   const std::vector<StatusCode> codes = CodesUntilSuccess(
       [&] { return CreateImage(Path(), keys_, CreateParams(4ull << 20, kCreateFixed)); },
       [&](uint64_t number) { EXPECT_EQ(FileCount(dir_), 0u) << "allocation " << number; });
-  // Work buffer, header buffer, header and data cipher, the two content buffers, then the
-  // enciphering threads' copies of the data cipher.
+  // Work buffer, header buffer, header and data cipher, the content buffer and the ring of
+  // enciphered chunks waiting for the writer thread, then the enciphering threads' copies of
+  // the data cipher.
   ASSERT_GE(codes.size(), 7u);
   EXPECT_EQ(codes[0], kImageRefusal);
   EXPECT_EQ(codes[1], kImageRefusal);
@@ -151,8 +152,9 @@ TEST_F(ImageOutOfMemory, ClearChangesNothingUntilItHasAllItNeeds)
                         [&](uint64_t) { unchanged.push_back(ReadBytes(Path()) == before); });
   ASSERT_EQ(ImgClose(handle, 0), 0u);
 
-  // The two content buffers and the enciphering threads' cipher copies come before the
-  // first write: refusing any of them leaves every byte as it was. The rest reload the
+  // The content buffer, the ring of enciphered chunks waiting for the writer thread and the
+  // enciphering threads' cipher copies come before the first write: refusing any of them
+  // leaves every byte as it was. The rest reload the
   // cleared image (the descriptor's unit buffer, the table cache and its four slots): the
   // clearing is complete by then and the image opens with the same password.
   ASSERT_GE(codes.size(), 9u);

@@ -451,6 +451,68 @@ TEST_F(SysFileTest, UnbufferedTransfersOfAlignedBlocks)
   EXPECT_EQ(std::memcmp(content.data() + kBlock + 8192, out.get() + 4096, 8192), 0);
 }
 
+// Writes behind: the same bytes, rules and seam as plain writes, on buffered and unbuffered
+// files alike; a flush then makes them stable.
+TEST_F(SysFileTest, WritesBehindStoreTheSameBytesUnderTheSameRules)
+{
+  constexpr uint32_t kBlock = 64 * 1024;
+  BlockPtr out = AllocateBlock(kBlock);
+  ASSERT_NE(out, nullptr);
+  for (uint32_t i = 0; i < kBlock; ++i) out.get()[i] = static_cast<uint8_t>(i * 13 + i / 4096);
+  for (const uint32_t flags : {kCreate, kCreate | kFileUnbuffered}) {
+    const std::u16string path = PathOf(u"behind.qvi");
+    FilePtr file = MustOpen(path, flags);
+    ASSERT_NE(file, nullptr);
+    uint32_t done = 0;
+    EXPECT_EQ(SysWriteFileBehind(file.get(), 4096, out.get(), kBlock, &done), kStatusSuccess);
+    EXPECT_EQ(done, kBlock);
+    EXPECT_EQ(SysFlushFile(file.get()), kStatusSuccess);
+    EXPECT_EQ(SizeOf(file.get()), kBlock + 4096u);
+    file.reset();
+    const std::string content = ContentOf(path);
+    ASSERT_EQ(content.size(), kBlock + 4096u) << flags;
+    EXPECT_EQ(content.substr(0, 4096), std::string(4096, '\0')) << flags;
+    EXPECT_EQ(std::memcmp(content.data() + 4096, out.get(), kBlock), 0) << flags;
+  }
+
+  // A buffered file takes any transfer behind as well: past its cache when whole units
+  // allow it, else through it.
+  FilePtr cached = MustOpen(PathOf(u"cached.qvi"), kCreate);
+  ASSERT_NE(cached, nullptr);
+  uint32_t stored = 0;
+  EXPECT_EQ(SysWriteFileBehind(cached.get(), 0, out.get(), 8192, &stored), kStatusSuccess);
+  EXPECT_EQ(SysWriteFileBehind(cached.get(), 3, "abc", 3, &stored), kStatusSuccess);
+  EXPECT_EQ(stored, 3u);
+  EXPECT_EQ(Write(cached.get(), 8192, "tail", &stored), kStatusSuccess);
+  EXPECT_EQ(SysFlushFile(cached.get()), kStatusSuccess);
+  std::string expected(reinterpret_cast<const char*>(out.get()), 8192);
+  expected.replace(3, 3, "abc");
+  EXPECT_EQ(ContentOf(cached.get()), expected + "tail");
+
+  FilePtr unbuffered = MustOpen(PathOf(u"aligned.qvi"), kCreate | kFileUnbuffered);
+  FilePtr readOnly = MustOpen(PathOf(u"behind.qvi"), 0);
+  ASSERT_NE(unbuffered, nullptr);
+  ASSERT_NE(readOnly, nullptr);
+  uint32_t done = UINT32_MAX;
+  EXPECT_EQ(SysWriteFileBehind(unbuffered.get(), 512, out.get(), 4096, &done),
+            kSysInvalidParameter);
+  EXPECT_EQ(done, 0u);
+  EXPECT_EQ(SysWriteFileBehind(readOnly.get(), 0, out.get(), 4096, &done), kSysAccessDenied);
+  EXPECT_EQ(SysWriteFileBehind(nullptr, 0, out.get(), 4096, &done), kSysInvalidParameter);
+  EXPECT_EQ(SysWriteFileBehind(unbuffered.get(), 0, out.get(), 4096, nullptr),
+            kSysInvalidParameter);
+
+  SysFileFaults faults;
+  faults.failingWrite = 2;
+  faults.bytesUntilDiskFull = 3 * 4096 + 100;
+  SysSetFileFaults(&faults);
+  EXPECT_EQ(SysWriteFileBehind(unbuffered.get(), 0, out.get(), 8192, &done), kStatusSuccess);
+  EXPECT_EQ(SysWriteFileBehind(unbuffered.get(), 8192, out.get(), 4096, &done), kSysWriteFault);
+  EXPECT_EQ(SysWriteFileBehind(unbuffered.get(), 8192, out.get(), 8192, &done), kSysDiskFull);
+  EXPECT_EQ(done, 4096u);  // whole units only
+  EXPECT_EQ(faults.writesSeen, 3u);
+}
+
 TEST_F(SysFileTest, UnbufferedTransfersMustBeAligned)
 {
   BlockPtr block = AllocateBlock(16384);
