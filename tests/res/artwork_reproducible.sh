@@ -11,5 +11,5 @@ for file in "$out"/first/*; do
   cmp "$file" "$out/second/$(basename "$file")"
   count=$((count + 1))
 done
-[ "$count" -eq 8 ] || { echo "expected 8 files, got $count"; exit 1; }
-echo "8 artwork files drawn twice, identical"
+[ "$count" -eq 9 ] || { echo "expected 9 files, got $count"; exit 1; }
+echo "9 artwork files drawn twice, identical"
