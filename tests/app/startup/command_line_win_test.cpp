@@ -62,6 +62,16 @@ TEST(CtellCommandLine, SecondStartActivatesTheRunningCopyAndEndsWithZero)
   EXPECT_EQ(running.Refreshes(), 0);
 }
 
+TEST(CtellCommandLine, SecondStartEndsWithZeroWhenTheRunningCopyDoesNotAnswer)
+{
+  CStandInCopy running;
+  ASSERT_TRUE(running.Ready());
+  CtellProcess second(L"");
+  ASSERT_TRUE(second.Started());
+  EXPECT_EQ(second.WaitForExitWithoutAnswering(20000), 0u);
+  PumpMessagesFor(200);
+}
+
 TEST(CtellCommandLine, MountBesideARunningCopyOpensOnlyTheMountDialog)
 {
   CStandInCopy running;

@@ -95,6 +95,16 @@ std::optional<DWORD> CtellProcess::WaitForExit(DWORD milliseconds)
   return exitCode;
 }
 
+std::optional<DWORD> CtellProcess::WaitForExitWithoutAnswering(DWORD milliseconds)
+{
+  if (process_ == nullptr || WaitForSingleObject(process_, milliseconds) != WAIT_OBJECT_0) {
+    return std::nullopt;
+  }
+  DWORD exitCode = 0;
+  GetExitCodeProcess(process_, &exitCode);
+  return exitCode;
+}
+
 HWND CtellProcess::WaitForWindow(const wchar_t* title, DWORD milliseconds) const
 {
   HWND window = nullptr;
@@ -118,6 +128,24 @@ std::optional<DWORD> RunCtell(const std::wstring& arguments, DWORD milliseconds)
 {
   CtellProcess process(arguments);
   return process.WaitForExit(milliseconds);
+}
+
+CStandInWindow::CStandInWindow()
+{
+  WNDCLASSEXW windowClass{};
+  windowClass.cbSize = sizeof windowClass;
+  windowClass.lpfnWndProc = DefWindowProcW;
+  windowClass.hInstance = GetModuleHandleW(nullptr);
+  windowClass.lpszClassName = L"CryptelleTestWindow";
+  RegisterClassExW(&windowClass);  // fails harmlessly when an earlier test registered it
+  window_ = CreateWindowExW(0, windowClass.lpszClassName, L"Test window",
+                            WS_OVERLAPPEDWINDOW | WS_VISIBLE, 10, 10, 300, 200, nullptr, nullptr,
+                            windowClass.hInstance, nullptr);
+}
+
+CStandInWindow::~CStandInWindow()
+{
+  if (window_ != nullptr) DestroyWindow(window_);
 }
 
 CStandInCopy::CStandInCopy()

@@ -41,6 +41,8 @@ class CtellProcess {
   // The exit code once the process ended within `milliseconds` (this thread's messages
   // run meanwhile); nothing when it still runs.
   std::optional<DWORD> WaitForExit(DWORD milliseconds);
+  // The same, but this thread's messages wait meanwhile: its windows look hung to others.
+  std::optional<DWORD> WaitForExitWithoutAnswering(DWORD milliseconds);
 
   // The process's visible top-level window with the caption `title`, waited for up to
   // `milliseconds`; null when none appeared.
@@ -60,6 +62,20 @@ std::optional<DWORD> RunCtell(const std::wstring& arguments, DWORD milliseconds 
 
 // The exit code -1 as the system reports it.
 inline constexpr DWORD kExitMinusOne = 0xFFFFFFFF;
+
+// A visible top-level window of the test, to take the front from a copy of the program.
+class CStandInWindow {
+ public:
+  CStandInWindow();
+  ~CStandInWindow();
+  CStandInWindow(const CStandInWindow&) = delete;
+  CStandInWindow& operator=(const CStandInWindow&) = delete;
+
+  HWND Handle() const { return window_; }
+
+ private:
+  HWND window_ = nullptr;
+};
 
 // Plays the running copy of the program: holds the single-instance mutex and a top-level
 // window that counts the activate and refresh messages it receives (answering the activate
