@@ -12,7 +12,7 @@
 #include "app/command_line.h"
 #include "app/dismount_flows.h"
 #include "app/display_text.h"
-#include "app/instance_names.h"
+#include "app/instance_messages.h"
 #include "app/main_frame_win.h"
 #include "app/mount_flow.h"
 #include "crypto/keys.h"
@@ -27,6 +27,9 @@ namespace {
 // The window handle value -1, which the system treats as every top-level window, like
 // HWND_BROADCAST.
 const HWND kAllTopLevelWindows = reinterpret_cast<HWND>(static_cast<intptr_t>(-1));
+
+// How long a second start waits for the running copy to take the activate message.
+constexpr UINT kHandOverTimeoutMs = 3000;
 
 // SMTO_ABORTIFHUNG | SMTO_NOTIMEOUTIFNOTHUNG.
 constexpr UINT kHandOverSendFlags = 10;
@@ -53,7 +56,7 @@ void TellEveryWindowToRefresh()
 // longer than the hand-over time-out, and not looked at.
 void ActivateRunningCopy()
 {
-  const UINT activate = RegisterWindowMessageW(Wide(kSingleInstanceName));
+  const UINT activate = RegisterWindowMessageW(Wide(kActivateMessageName));
   DWORD_PTR reply = 0;
   SendMessageTimeoutW(kAllTopLevelWindows, activate, 0, 0, kHandOverSendFlags, kHandOverTimeoutMs,
                       &reply);
@@ -98,14 +101,17 @@ int RunApplication(const wchar_t* commandLine, int showCommand)
   }
   const bool mountMode = request.action == StartAction::kMount;
 
-  // Only a marker of a running copy, never owned: a copy that dies leaves no stale lock.
-  const CKernelHandle instanceMutex(CreateMutexW(nullptr, FALSE, Wide(kSingleInstanceName)));
+  // The single-instance mutex shares its name with the activate message. It is only a marker
+  // of a running copy, never owned: a copy that dies leaves no stale lock.
+  const CKernelHandle instanceMutex(CreateMutexW(nullptr, FALSE, Wide(kActivateMessageName)));
   if (GetLastError() == ERROR_ALREADY_EXISTS && !mountMode) {
     ActivateRunningCopy();
     return kExitHandedOver;
   }
 
   SeedRandomFromCounter();
+  // The thread's message loop object, current from here on: modeless windows of the mount
+  // flow join it; the main frame runs its own loop nested in it.
   CMessageLoop loop;
   SetupProcessLocale();
   if (mountMode) {

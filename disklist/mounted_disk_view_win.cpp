@@ -12,10 +12,7 @@
 
 namespace {
 
-// The list's styles: a report whose selection stays visible while the frame's menus and
-// dialogs have the focus; full-row selection and header drag-and-drop (0x30).
-constexpr DWORD kViewStyle =
-    WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | WS_CLIPCHILDREN | LVS_REPORT | LVS_SHOWSELALWAYS;
+// The list's extended styles: full-row selection and header drag-and-drop (0x30).
 constexpr DWORD kViewExtendedStyle = LVS_EX_FULLROWSELECT | LVS_EX_HEADERDRAGDROP;
 
 // The main menu's "&View" menu and its "&Columns" submenu, by position.
@@ -48,9 +45,9 @@ std::optional<uint64_t> VolumeFreeBytes(const std::u16string& mountPoint)
 
 CMountedDiskView::CMountedDiskView(FreeSpaceQuery freeSpace) : freeSpace_(std::move(freeSpace)) {}
 
-HWND CMountedDiskView::Create(HWND parent, const RECT& rect)
+HWND CMountedDiskView::Create(HWND parent, const RECT& rect, DWORD style)
 {
-  return CCustomWindow::Create(parent, rect, L"", kViewStyle, WS_EX_CLIENTEDGE);
+  return CCustomWindow::Create(parent, rect, L"", style, WS_EX_CLIENTEDGE);
 }
 
 CCustomWindow::ClassDescription CMountedDiskView::WindowClass() const

@@ -32,9 +32,14 @@ class CMountedDiskView : public CCustomWindow {
   // `freeSpace` answers the free bytes of a mount point (the system's by default).
   explicit CMountedDiskView(FreeSpaceQuery freeSpace = VolumeFreeBytes);
 
+  // The list's styles: a report whose selection stays visible while the frame's menus and
+  // dialogs have the focus.
+  static constexpr DWORD kDefaultStyle =
+      WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | WS_CLIPCHILDREN | LVS_REPORT | LVS_SHOWSELALWAYS;
+
   // Creates the list as a child of `parent` (the frame, which receives the commands of its
   // context menus).
-  HWND Create(HWND parent, const RECT& rect);
+  HWND Create(HWND parent, const RECT& rect, DWORD style = kDefaultStyle);
 
   CListViewCtrl List() const { return CListViewCtrl(hwnd_); }
 

@@ -41,6 +41,7 @@
 #define IDD_CLEAR_PROGRESS 138
 #define IDD_OPTIONS_GENERAL 156
 #define IDD_OPTIONS_MONITOR 158
+#define IDD_ABOUT 100
 
 // Controls of the dialogs. The image path, its Browse button and the password field have
 // the same ids in every dialog that asks for an image.
@@ -95,6 +96,8 @@
 // Child windows of the main frame and the first id of its rebar bands.
 #define IDW_REBAR 59392
 #define IDW_STATUS_BAR 59393
+#define IDW_COMMAND_BAR 59394
+#define IDW_TOOLBAR 59396
 #define IDW_BAND_FIRST 60160
 
 // The status bar's idle text (the bar stays empty while the table has no such entry).
@@ -177,6 +180,8 @@
 #define IDS_OPERATION_COMPLETE_CAPTION 40096
 #define IDS_PASSWORD_CHANGED 40097
 #define IDS_CREATING_FILE_SYSTEM 40103
+#define IDS_ABOUT_VERSION 40140
+#define IDS_ABOUT_CRYPTO_LIBRARY 40141
 
 // Controls of the options sheet's General and Monitor pages.
 #define IDC_OPTION_HOT_KEY_TEXT 1000
@@ -197,3 +202,8 @@
 #define IDC_REMAINING_TIME 1002
 #define IDC_WARNING_ICON 1009
 #define IDC_WARNING_TEXT 1010
+
+// Controls of the About box.
+#define IDC_ABOUT_ICON 1000
+#define IDC_ABOUT_VERSION 1001
+#define IDC_ABOUT_CRYPTO_LIBRARY 1002

@@ -82,14 +82,27 @@ WNDPROC CCustomWindow::RegisterClassOnce(const ClassDescription& description)
 HWND CCustomWindow::Create(HWND parent, const RECT& rect, const wchar_t* title, DWORD style,
                            DWORD exStyle, HMENU menuOrId)
 {
+  return CreateAt(parent, rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top,
+                  title, style, exStyle, menuOrId);
+}
+
+HWND CCustomWindow::CreateAtDefaultPlace(HWND parent, const wchar_t* title, DWORD style,
+                                         DWORD exStyle, HMENU menuOrId)
+{
+  return CreateAt(parent, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, title, style,
+                  exStyle, menuOrId);
+}
+
+HWND CCustomWindow::CreateAt(HWND parent, int x, int y, int width, int height, const wchar_t* title,
+                             DWORD style, DWORD exStyle, HMENU menuOrId)
+{
   const ClassDescription description = WindowClass();
   const WNDPROC defaultProc = RegisterClassOnce(description);
   if (defaultProc == nullptr) return nullptr;
   defaultProc_ = defaultProc;
   creatingWindow = this;
-  const HWND window = CreateWindowExW(exStyle, description.name, title, style, rect.left, rect.top,
-                                      rect.right - rect.left, rect.bottom - rect.top, parent,
-                                      menuOrId, ResourceModule(), nullptr);
+  const HWND window = CreateWindowExW(exStyle, description.name, title, style, x, y, width, height,
+                                      parent, menuOrId, ResourceModule(), nullptr);
   creatingWindow = nullptr;
   return window;
 }

@@ -18,6 +18,10 @@ class CCustomWindow : public CMessageHandler {
   // Creates the window; its handle is known to the handlers from the first message on.
   HWND Create(HWND parent, const RECT& rect, const wchar_t* title, DWORD style, DWORD exStyle = 0,
               HMENU menuOrId = nullptr);
+  // The same at the position and size the system chooses (CW_USEDEFAULT), for a top-level
+  // window.
+  HWND CreateAtDefaultPlace(HWND parent, const wchar_t* title, DWORD style, DWORD exStyle,
+                            HMENU menuOrId);
   bool DestroyWindow() { return ::DestroyWindow(hwnd_) != FALSE; }
 
  protected:
@@ -35,6 +39,8 @@ class CCustomWindow : public CMessageHandler {
   LRESULT DefaultProcessing(UINT message, WPARAM wParam, LPARAM lParam);
 
  private:
+  HWND CreateAt(HWND parent, int x, int y, int width, int height, const wchar_t* title, DWORD style,
+                DWORD exStyle, HMENU menuOrId);
   static LRESULT CALLBACK WindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
   static WNDPROC RegisterClassOnce(const ClassDescription& description);
 

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "app/instance_names.h"
+#include "app/instance_messages.h"
 #include "system/wide_text_win.h"
 
 namespace {
@@ -149,10 +149,10 @@ CStandInWindow::~CStandInWindow()
 }
 
 CStandInCopy::CStandInCopy()
-    : activateMessage_(RegisterWindowMessageW(Wide(kSingleInstanceName))),
+    : activateMessage_(RegisterWindowMessageW(Wide(kActivateMessageName))),
       refreshMessage_(RegisterWindowMessageW(Wide(kRefreshMessageName)))
 {
-  mutex_ = CreateMutexW(nullptr, FALSE, Wide(kSingleInstanceName));
+  mutex_ = CreateMutexW(nullptr, FALSE, Wide(kActivateMessageName));
   WNDCLASSEXW windowClass{};
   windowClass.cbSize = sizeof windowClass;
   windowClass.lpfnWndProc = WindowProc;

@@ -1,0 +1,101 @@
+// The screenshot program of the main frame: the main window with four mounted disks from a
+// scripted device host, one selected, and the status bar showing a menu item's prompt; and
+// the About box.
+#include <windows.h>
+
+#include <array>
+
+#include "app/about_dlg_win.h"
+#include "app/main_frame_win.h"
+#include "disklist/column_model.h"
+#include "res/resource.h"
+#include "settings/memory_store.h"
+#include "settings/settings_backend.h"
+#include "support/fake_device_host.h"
+#include "tools/screenshot/screenshot_tool.h"
+#include "ui/strings.h"
+
+namespace {
+
+// 2026-03-14 09:30 UTC and later.
+constexpr uint64_t kMarch2026 = 1773480600;
+constexpr uint64_t kDay = 86400;
+
+MountedDisk SampleDisk(const char16_t* mountPoint, const char16_t* imagePath, uint64_t capacity,
+                       uint32_t algorithm, uint32_t keyLength, uint64_t created)
+{
+  MountedDisk disk;
+  disk.mountPoint = mountPoint;
+  disk.imagePath = imagePath;
+  disk.info.capacity = capacity;
+  disk.info.algorithm = algorithm;
+  disk.info.keyLength = keyLength;
+  disk.info.creationTime = created;
+  disk.info.mountTime = kMarch2026 + 200 * kDay;
+  return disk;
+}
+
+void DispatchQueued()
+{
+  MSG message{};
+  while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+    TranslateMessage(&message);
+    DispatchMessageW(&message);
+  }
+}
+
+HWND MainWindow()
+{
+  static MemorySettingsBackend settings;
+  SetSettingsBackend(&settings);
+  ListLayout layout;
+  layout.visibleColumns = 0x3B;  // Mount Point, Capacity, Image Path, Algorithm, Created
+  // Widened by the user so that every title and date shows whole.
+  layout.columns[0].width = 90;
+  layout.columns[4].width = 130;
+  layout.columns[5].width = 150;
+  ColumnModel(layout).Save();
+
+  static FakeDeviceHost host;
+  host.AddDisk(
+      SampleDisk(u"W:", u"C:\\Users\\Ada\\Documents\\Work.qvi", 8589934592, 0, 32, kMarch2026));
+  host.AddDisk(
+      SampleDisk(u"P:", u"C:\\Users\\Ada\\Private.qvi", 1073741824, 1, 16, kMarch2026 + 31 * kDay));
+  host.AddDisk(SampleDisk(u"Q:", u"D:\\Backup\\Archive 2025.qvi", 21474836480, 0, 24,
+                          kMarch2026 - 90 * kDay));
+  host.AddDisk(SampleDisk(u"S:", u"E:\\Travel.qvi", 104857600, 2, 16, kMarch2026 + 150 * kDay));
+
+  // The command bar and the frame join the thread's message loop.
+  static CMessageLoop loop;
+  static CMainFrame frame;
+  if (frame.Create(LoadResourceString(IDR_MAINFRAME).c_str()) == nullptr) return nullptr;
+  SetWindowPos(frame.Handle(), nullptr, 0, 0, 760, 330, SWP_NOZORDER);
+  ShowWindow(frame.Handle(), SW_SHOWNORMAL);
+  DispatchQueued();
+  frame.View().List().SetItemSelected(1, true);
+  SetFocus(frame.View().Handle());
+  // The prompt of File > Mount, as while the pointer rests on it.
+  SendMessageW(frame.Handle(), WM_MENUSELECT, MAKEWPARAM(ID_FILE_MOUNT_IMAGE, MF_STRING),
+               reinterpret_cast<LPARAM>(frame.CommandBar().Menu()));
+  return frame.Handle();
+}
+
+HWND AboutBox()
+{
+  static CAboutDlg about;
+  const HWND window = about.Create(nullptr);
+  if (window != nullptr) ShowWindow(window, SW_SHOW);
+  return window;
+}
+
+constexpr std::array<ScreenshotScene, 2> kScenes = {{
+    {L"main-window", MainWindow},
+    {L"about-box", AboutBox},
+}};
+
+}  // namespace
+
+int main()
+{
+  return RunScreenshotTool(kScenes);
+}
