@@ -35,7 +35,7 @@ constexpr UINT kHandOverTimeoutMs = 3000;
 constexpr UINT kHandOverSendFlags = 10;
 static_assert(kHandOverSendFlags == (SMTO_ABORTIFHUNG | SMTO_NOTIMEOUTIFNOTHUNG));
 
-// The command line split as the system splits it; nothing when it cannot be split.
+// Splits the command line as the system does; false when it cannot be split.
 bool SplitCommandLine(const wchar_t* commandLine, std::vector<std::u16string>* arguments)
 {
   int count = 0;

@@ -79,7 +79,13 @@ class CtellFrame : public DeviceHostTest {
   static HWND StartFrame(CtellProcess& process)
   {
     EXPECT_TRUE(process.Started());
-    return process.WaitForWindow(kFrameTitle, 20000);
+    const HWND frame = process.WaitForWindow(kFrameTitle, 20000);
+    if (frame == nullptr) {
+      const std::optional<DWORD> exitCode = process.WaitForExit(0);
+      ADD_FAILURE() << "no main window appeared; the copy "
+                    << (exitCode ? "ended with " + std::to_string(*exitCode) : "still runs");
+    }
+    return frame;
   }
 
   // Asks the main window to close as another copy of the program would, and waits for the
