@@ -10,7 +10,7 @@
 #include "app/frame_commands.h"
 #include "app/frame_placement_win.h"
 #include "app/frame_toolbar_win.h"
-#include "app/instance_messages.h"
+#include "app/instance_names.h"
 #include "app/mount_flow.h"
 #include "app/recent_commands.h"
 #include "app/recent_menu_win.h"
@@ -73,7 +73,7 @@ int RunMainFrame(int showCommand)
 CMainFrame::CMainFrame()
     : refreshMessage_(RegisterMessage(kRefreshMessageName)),
       closeMessage_(RegisterMessage(kCloseMessageName)),
-      activateMessage_(RegisterMessage(kActivateMessageName))
+      activateMessage_(RegisterMessage(kSingleInstanceName))
 {
 }
 
@@ -110,14 +110,23 @@ bool CMainFrame::OnCreate()
   if (loop_ != nullptr) loop_->AddMessageFilter(this);
 
   RestoreFramePlacement(hwnd_);
+  AttachRecentImages();
+  return true;
+}
 
-  const HMENU recentMenu = GetSubMenu(GetSubMenu(commandBar_.Menu(), 0), kRecentMenuPosition);
+void CMainFrame::AttachRecentImages()
+{
+  // The submenu's own item is what it shows while the list is empty.
   wchar_t emptyText[64] = {};
-  GetMenuStringW(recentMenu, 0, emptyText, 64, MF_BYPOSITION);
+  GetMenuStringW(RecentImagesMenu(), 0, emptyText, 64, MF_BYPOSITION);
   emptyRecentText_ = emptyText;
   ReadRecentList(&recentImages_, kRecentListKeyPath);  // a missing list stays empty
   ShowRecentImages();
-  return true;
+}
+
+HMENU CMainFrame::RecentImagesMenu() const
+{
+  return GetSubMenu(GetSubMenu(commandBar_.Menu(), 0), kRecentMenuPosition);
 }
 
 bool CMainFrame::CreateCommandBar(bool thirtyTwoBit)
@@ -273,9 +282,7 @@ void CMainFrame::ToggleColumn(UINT command)
 
 void CMainFrame::ShowRecentImages()
 {
-  const HMENU fileMenu = GetSubMenu(commandBar_.Menu(), 0);
-  ShowRecentImagesInMenu(GetSubMenu(fileMenu, kRecentMenuPosition), recentImages_,
-                         emptyRecentText_);
+  ShowRecentImagesInMenu(RecentImagesMenu(), recentImages_, emptyRecentText_);
 }
 
 void CMainFrame::ShowOptions()

@@ -72,6 +72,8 @@ class CMainFrame : public CFrameWindow, private CMessageFilter {
   void Activate();
   void MountImage(const std::u16string& path);
   void ToggleColumn(UINT command);
+  void AttachRecentImages();
+  HMENU RecentImagesMenu() const;
   void ShowRecentImages();
   void ShowOptions();
   void ShowProperties();

@@ -12,7 +12,7 @@
 #include "app/command_line.h"
 #include "app/dismount_flows.h"
 #include "app/display_text.h"
-#include "app/instance_messages.h"
+#include "app/instance_names.h"
 #include "app/main_frame_win.h"
 #include "app/mount_flow.h"
 #include "crypto/keys.h"
@@ -27,9 +27,6 @@ namespace {
 // The window handle value -1, which the system treats as every top-level window, like
 // HWND_BROADCAST.
 const HWND kAllTopLevelWindows = reinterpret_cast<HWND>(static_cast<intptr_t>(-1));
-
-// How long a second start waits for the running copy to take the activate message.
-constexpr UINT kHandOverTimeoutMs = 3000;
 
 // SMTO_ABORTIFHUNG | SMTO_NOTIMEOUTIFNOTHUNG.
 constexpr UINT kHandOverSendFlags = 10;
@@ -56,7 +53,7 @@ void TellEveryWindowToRefresh()
 // longer than the hand-over time-out, and not looked at.
 void ActivateRunningCopy()
 {
-  const UINT activate = RegisterWindowMessageW(Wide(kActivateMessageName));
+  const UINT activate = RegisterWindowMessageW(Wide(kSingleInstanceName));
   DWORD_PTR reply = 0;
   SendMessageTimeoutW(kAllTopLevelWindows, activate, 0, 0, kHandOverSendFlags, kHandOverTimeoutMs,
                       &reply);
@@ -103,7 +100,7 @@ int RunApplication(const wchar_t* commandLine, int showCommand)
 
   // The single-instance mutex shares its name with the activate message. It is only a marker
   // of a running copy, never owned: a copy that dies leaves no stale lock.
-  const CKernelHandle instanceMutex(CreateMutexW(nullptr, FALSE, Wide(kActivateMessageName)));
+  const CKernelHandle instanceMutex(CreateMutexW(nullptr, FALSE, Wide(kSingleInstanceName)));
   if (GetLastError() == ERROR_ALREADY_EXISTS && !mountMode) {
     ActivateRunningCopy();
     return kExitHandedOver;

@@ -12,28 +12,11 @@
 #include "settings/memory_store.h"
 #include "settings/settings_backend.h"
 #include "support/fake_device_host.h"
+#include "support/sample_disks.h"
 #include "tools/screenshot/screenshot_tool.h"
 #include "ui/strings.h"
 
 namespace {
-
-// 2026-03-14 09:30 UTC and later.
-constexpr uint64_t kMarch2026 = 1773480600;
-constexpr uint64_t kDay = 86400;
-
-MountedDisk SampleDisk(const char16_t* mountPoint, const char16_t* imagePath, uint64_t capacity,
-                       uint32_t algorithm, uint32_t keyLength, uint64_t created)
-{
-  MountedDisk disk;
-  disk.mountPoint = mountPoint;
-  disk.imagePath = imagePath;
-  disk.info.capacity = capacity;
-  disk.info.algorithm = algorithm;
-  disk.info.keyLength = keyLength;
-  disk.info.creationTime = created;
-  disk.info.mountTime = kMarch2026 + 200 * kDay;
-  return disk;
-}
 
 void DispatchQueued()
 {
@@ -57,13 +40,7 @@ HWND MainWindow()
   ColumnModel(layout).Save();
 
   static FakeDeviceHost host;
-  host.AddDisk(
-      SampleDisk(u"W:", u"C:\\Users\\Ada\\Documents\\Work.qvi", 8589934592, 0, 32, kMarch2026));
-  host.AddDisk(
-      SampleDisk(u"P:", u"C:\\Users\\Ada\\Private.qvi", 1073741824, 1, 16, kMarch2026 + 31 * kDay));
-  host.AddDisk(SampleDisk(u"Q:", u"D:\\Backup\\Archive 2025.qvi", 21474836480, 0, 24,
-                          kMarch2026 - 90 * kDay));
-  host.AddDisk(SampleDisk(u"S:", u"E:\\Travel.qvi", 104857600, 2, 16, kMarch2026 + 150 * kDay));
+  AddSampleDisks(host);
 
   // The command bar and the frame join the thread's message loop.
   static CMessageLoop loop;

@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "app/flow_fixture.h"
-#include "app/instance_messages.h"
+#include "app/instance_names.h"
 #include "res/resource.h"
 #include "services/window_ref_win.h"
 #include "settings/window_placement.h"
@@ -206,8 +206,24 @@ TEST_F(MainFrameTest, RebarHoldsTheCommandBarAndTheToolbarInBandsFrom60160)
                  reinterpret_cast<LPARAM>(&info));
     EXPECT_NE(info.fStyle & RBBS_USECHEVRON, 0u) << band;
   }
-  // The command bar shows the five popups of menu 100.
+  // The command bar shows the five popups of menu 100, with the menu images beside their
+  // commands.
   EXPECT_EQ(frame_.CommandBar().ButtonCount(), 5);
+  EXPECT_EQ(frame_.CommandBar().Images().IndexOf(40001), 1);
+  EXPECT_EQ(frame_.CommandBar().Images().IndexOf(40310), 9);
+  EXPECT_EQ(frame_.CommandBar().Images().IndexOf(40314), -1);
+}
+
+TEST_F(MainFrameTest, ToolTipsAreTheCommandStringsAfterTheLineBreak)
+{
+  Show();
+  NMTTDISPINFOW info{};
+  info.hdr.hwndFrom = frame_.ToolBar().Handle();
+  info.hdr.idFrom = 40002;
+  info.hdr.code = TTN_GETDISPINFOW;
+  SendMessageW(frame_.Handle(), WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&info));
+  ASSERT_NE(info.lpszText, nullptr);
+  EXPECT_EQ(std::wstring(info.lpszText), L"Dismount virtual disk");
 }
 
 TEST_F(MainFrameTest, ToolbarHasItsEightEntriesWithTexts)
@@ -238,6 +254,7 @@ TEST_F(MainFrameTest, ToolbarHasItsEightEntriesWithTexts)
   ASSERT_TRUE(ImageList_GetIconSize(images, &width, &height));
   EXPECT_EQ(width, 24);
   EXPECT_EQ(ImageList_GetImageCount(images), 5);
+  EXPECT_EQ(height, 24);
 }
 
 TEST_F(MainFrameTest, StatusBarHasASizeGripAndShowsMenuPrompts)
@@ -526,6 +543,25 @@ TEST_F(MainFrameTest, RecentImagesShowNewestFirstAndTheFirstCommandMountsTheNewe
   EXPECT_EQ(path, L"C:\\Images\\Newest.qvi");
 }
 
+TEST_F(MainFrameTest, MountedImageJoinsTheRecentImagesAndTheList)
+{
+  Show();
+  probe_.Answer(5);  // the new drive holds a file system
+  shell_.AnswerLookAt(kSuccess);
+  shell_.AnswerOpen(kSuccess);
+  CommandOpeningModal(40001, [&](HWND dialog) {
+    SetControlText(dialog, IDC_IMAGE_PATH, L"C:\\Images\\Fresh.qvi");
+    SetControlText(dialog, IDC_PASSWORD, L"secret");
+    PostMessageW(dialog, WM_COMMAND, IDOK, 0);
+  });
+  ASSERT_EQ(GetMenuItemCount(RecentMenu()), 1);
+  EXPECT_EQ(MenuText(RecentMenu(), 0), L"&1 C:\\Images\\Fresh.qvi");
+  EXPECT_EQ(GetMenuState(RecentMenu(), 0, MF_BYPOSITION) & MF_GRAYED, 0u);
+  EXPECT_EQ(frame_.RecentImages().entries, std::vector<std::u16string>{u"C:\\Images\\Fresh.qvi"});
+  PumpMessages();
+  EXPECT_EQ(ListRowCount(List()), 5);
+}
+
 TEST_F(MainFrameTest, EmptyRecentListShowsEmptyDisabled)
 {
   Show();
@@ -575,7 +611,7 @@ TEST_F(MainFrameTest, ActivateMessageAnswersItsFixedValue)
 {
   Show();
   EXPECT_EQ(static_cast<uint32_t>(SendMessageW(
-                frame_.Handle(), RegisterWindowMessageW(Wide(kActivateMessageName)), 0, 0)),
+                frame_.Handle(), RegisterWindowMessageW(Wide(kSingleInstanceName)), 0, 0)),
             0x8CBAF11Eu);
   EXPECT_TRUE(frame_.IsWindow());
 }

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "app/instance_messages.h"
+#include "app/instance_names.h"
 #include "system/wide_text_win.h"
 
 namespace {
@@ -149,10 +149,10 @@ CStandInWindow::~CStandInWindow()
 }
 
 CStandInCopy::CStandInCopy()
-    : activateMessage_(RegisterWindowMessageW(Wide(kActivateMessageName))),
+    : activateMessage_(RegisterWindowMessageW(Wide(kSingleInstanceName))),
       refreshMessage_(RegisterWindowMessageW(Wide(kRefreshMessageName)))
 {
-  mutex_ = CreateMutexW(nullptr, FALSE, Wide(kActivateMessageName));
+  mutex_ = CreateMutexW(nullptr, FALSE, Wide(kSingleInstanceName));
   WNDCLASSEXW windowClass{};
   windowClass.cbSize = sizeof windowClass;
   windowClass.lpfnWndProc = WindowProc;

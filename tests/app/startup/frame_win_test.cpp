@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "app/instance_messages.h"
+#include "app/instance_names.h"
 #include "app/startup/ctell_process_win.h"
 #include "devhost/host_fixture.h"
 #include "system/wide_text_win.h"
