@@ -8,14 +8,6 @@
 
 namespace {
 
-std::wstring ProgramBesideThisOne(const wchar_t* name)
-{
-  std::wstring path(MAX_PATH, L'\0');
-  const DWORD length = GetModuleFileNameW(nullptr, path.data(), MAX_PATH);
-  path.resize(length);
-  return path.substr(0, path.find_last_of(L'\\') + 1) + name;
-}
-
 struct WindowSearch {
   DWORD processId;
   const wchar_t* title;
@@ -44,6 +36,13 @@ std::vector<HWND> TopLevelWindows(DWORD processId, const wchar_t* title)
 
 }  // namespace
 
+std::wstring CtellPath()
+{
+  std::wstring path(MAX_PATH, L'\0');
+  path.resize(GetModuleFileNameW(nullptr, path.data(), MAX_PATH));
+  return path.substr(0, path.find_last_of(L'\\') + 1) + L"ctell.exe";
+}
+
 void PumpMessagesFor(DWORD milliseconds)
 {
   const ULONGLONG deadline = GetTickCount64() + milliseconds;
@@ -61,7 +60,7 @@ void PumpMessagesFor(DWORD milliseconds)
 
 CtellProcess::CtellProcess(const std::wstring& arguments)
 {
-  const std::wstring program = ProgramBesideThisOne(L"ctell.exe");
+  const std::wstring program = CtellPath();
   std::wstring commandLine = L"\"" + program + L"\"" + (arguments.empty() ? L"" : L" " + arguments);
   STARTUPINFOW startup{};
   startup.cb = sizeof startup;

@@ -25,6 +25,9 @@ bool PumpMessagesUntil(Condition done, DWORD milliseconds)
   return true;
 }
 
+// The path of ctell.exe beside the test program.
+std::wstring CtellPath();
+
 // ctell.exe from the test program's own directory, started with `arguments`. A process
 // still running when the object goes is terminated, so that no test leaves a window (or a
 // message box nobody can answer) behind.
