@@ -7,19 +7,6 @@
 #include "app/startup/ctell_process_win.h"
 #include "res/resource.h"
 
-namespace {
-
-constexpr wchar_t kMountDialogCaption[] = L"Mount Virtual Disk Image";
-
-std::wstring ControlText(HWND dialog, int id)
-{
-  wchar_t text[512] = {};
-  GetDlgItemTextW(dialog, id, text, 512);
-  return text;
-}
-
-}  // namespace
-
 TEST(CtellCommandLine, UnknownArgumentsEndWithMinusOne)
 {
   EXPECT_EQ(RunCtell(L"-notify"), kExitMinusOne);
@@ -83,7 +70,7 @@ TEST(CtellCommandLine, MountBesideARunningCopyOpensOnlyTheMountDialog)
   ASSERT_NE(dialog, nullptr);
   EXPECT_EQ(ControlText(dialog, IDC_IMAGE_PATH), path);
   EXPECT_EQ(GetWindow(dialog, GW_OWNER), nullptr);
-  EXPECT_EQ(mount.CountWindows(L"Cryptelle"), 0);
+  EXPECT_EQ(mount.CountWindows(kFrameTitle), 0);
   EXPECT_EQ(running.Activations(), 0);
 
   PostMessageW(dialog, WM_COMMAND, IDCANCEL, 0);

@@ -36,6 +36,13 @@ std::vector<HWND> TopLevelWindows(DWORD processId, const wchar_t* title)
 
 }  // namespace
 
+std::wstring ControlText(HWND dialog, int id)
+{
+  wchar_t text[1024] = {};
+  GetDlgItemTextW(dialog, id, text, 1024);
+  return text;
+}
+
 std::wstring CtellPath()
 {
   std::wstring path(MAX_PATH, L'\0');

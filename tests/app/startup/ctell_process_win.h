@@ -8,6 +8,15 @@
 #include <optional>
 #include <string>
 
+// The captions of the main window and of the mount dialog.
+inline constexpr wchar_t kFrameTitle[] = L"Cryptelle";
+inline constexpr wchar_t kMountDialogCaption[] = L"Mount Virtual Disk Image";
+// The control of a message box that holds its text.
+inline constexpr int kMessageBoxTextId = 0xFFFF;
+
+// The text of the control `id` of `dialog` (a window of any process).
+std::wstring ControlText(HWND dialog, int id);
+
 // Runs this thread's messages for `milliseconds`, so that windows of the test answer what
 // other processes send or post to them.
 void PumpMessagesFor(DWORD milliseconds);

@@ -12,12 +12,9 @@
 
 namespace {
 
-// The text of a message box (its static text control).
 std::wstring MessageBoxText(HWND box)
 {
-  wchar_t text[1024] = {};
-  GetDlgItemTextW(box, 0xFFFF, text, 1024);
-  return text;
+  return ControlText(box, kMessageBoxTextId);
 }
 
 bool StartsWith(const std::wstring& text, const std::wstring& start)

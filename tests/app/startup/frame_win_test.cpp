@@ -12,8 +12,6 @@
 
 namespace {
 
-constexpr wchar_t kFrameTitle[] = L"Cryptelle";
-constexpr wchar_t kMountDialogCaption[] = L"Mount Virtual Disk Image";
 constexpr wchar_t kSettingsKey[] = L"Software\\Pellmora\\Cryptelle\\1.0";
 constexpr const wchar_t* kLayoutValues[] = {L"WindowPos", L"ColumnPos", L"VisibleColumns",
                                             L"SortColumn"};

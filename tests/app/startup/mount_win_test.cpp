@@ -13,7 +13,6 @@
 
 namespace {
 
-constexpr wchar_t kMountDialogCaption[] = L"Mount Virtual Disk Image";
 constexpr wchar_t kRecentListKey[] = L"Software\\Pellmora\\Cryptelle\\1.0\\MRU";
 constexpr wchar_t kRecentEntriesKey[] =
     L"Software\\Pellmora\\Cryptelle\\1.0\\MRU\\Recent Document List";
@@ -48,9 +47,7 @@ class CtellMount : public DeviceHostTest {
   {
     const HWND dialog = mount.WaitForWindow(kMountDialogCaption, 20000);
     ASSERT_NE(dialog, nullptr);
-    wchar_t path[512] = {};
-    GetDlgItemTextW(dialog, IDC_IMAGE_PATH, path, 512);
-    EXPECT_EQ(std::wstring(path), Wide(image));
+    EXPECT_EQ(ControlText(dialog, IDC_IMAGE_PATH), Wide(image));
     SetDlgItemTextW(dialog, IDC_PASSWORD, password);
     ASSERT_NE(SendDlgItemMessageW(dialog, IDC_MOUNT_POINT, CB_SELECTSTRING, static_cast<WPARAM>(-1),
                                   reinterpret_cast<LPARAM>(L"Q:")),
