@@ -15,4 +15,9 @@ if(WIN32)
 else()
   find_package(OpenSSL 3 REQUIRED COMPONENTS Crypto)
 endif()
+# The Windows programs are fully static: zlib too (CMake would otherwise pick the import
+# library of zlib1.dll, which a Windows machine does not have).
+if(WIN32)
+  set(ZLIB_USE_STATIC_LIBS ON)
+endif()
 find_package(ZLIB REQUIRED)

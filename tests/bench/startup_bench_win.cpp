@@ -1,0 +1,120 @@
+// Start-up time of ctell.exe against the smallest windowed program, both under the same
+// system in one run: from process creation to the main window's first paint (the window is
+// visible and its update region empty), the median of several starts each, alternating.
+// Each program is closed again before the next start. ctell.exe shows its empty list.
+#include <windows.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <string>
+#include <vector>
+
+namespace {
+
+constexpr int kRuns = 11;
+
+struct Program {
+  const wchar_t* file;
+  const wchar_t* title;
+};
+
+std::wstring Beside(const wchar_t* name)
+{
+  std::wstring path(MAX_PATH, L'\0');
+  path.resize(GetModuleFileNameW(nullptr, path.data(), MAX_PATH));
+  return path.substr(0, path.find_last_of(L'\\') + 1) + name;
+}
+
+struct Search {
+  DWORD processId;
+  const wchar_t* title;
+  HWND found;
+};
+
+BOOL CALLBACK Match(HWND window, LPARAM context)
+{
+  auto* search = reinterpret_cast<Search*>(context);
+  DWORD owner = 0;
+  GetWindowThreadProcessId(window, &owner);
+  wchar_t title[128] = {};
+  GetWindowTextW(window, title, 128);
+  if (owner != search->processId || std::wstring(title) != search->title) return TRUE;
+  search->found = window;
+  return FALSE;
+}
+
+// The window is on the screen and painted: visible, with nothing left to paint.
+bool Painted(DWORD processId, const wchar_t* title, HWND* window)
+{
+  Search search{processId, title, nullptr};
+  EnumWindows(Match, reinterpret_cast<LPARAM>(&search));
+  if (search.found == nullptr || !IsWindowVisible(search.found)) return false;
+  *window = search.found;
+  return !GetUpdateRect(search.found, nullptr, FALSE);
+}
+
+// Milliseconds from creating the process to its window's first paint; negative on failure.
+double TimeToFirstPaint(const Program& program, double ticksPerMs)
+{
+  const std::wstring path = Beside(program.file);
+  std::wstring commandLine = L"\"" + path + L"\"";
+  STARTUPINFOW startup{};
+  startup.cb = sizeof startup;
+  PROCESS_INFORMATION info{};
+  LARGE_INTEGER start;
+  LARGE_INTEGER end;
+  QueryPerformanceCounter(&start);
+  if (!CreateProcessW(path.c_str(), commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr,
+                      nullptr, &startup, &info)) {
+    return -1;
+  }
+  CloseHandle(info.hThread);
+  HWND window = nullptr;
+  const ULONGLONG deadline = GetTickCount64() + 30000;
+  bool painted = false;
+  while (!(painted = Painted(info.dwProcessId, program.title, &window)) &&
+         GetTickCount64() < deadline) {
+    Sleep(1);
+  }
+  QueryPerformanceCounter(&end);
+  if (window != nullptr) PostMessageW(window, WM_CLOSE, 0, 0);
+  if (WaitForSingleObject(info.hProcess, 10000) != WAIT_OBJECT_0)
+    TerminateProcess(info.hProcess, 1);
+  CloseHandle(info.hProcess);
+  if (!painted) return -1;
+  return static_cast<double>(end.QuadPart - start.QuadPart) / ticksPerMs;
+}
+
+double Median(std::vector<double> values)
+{
+  std::sort(values.begin(), values.end());
+  return values[values.size() / 2];
+}
+
+}  // namespace
+
+int main()
+{
+  LARGE_INTEGER frequency;
+  QueryPerformanceFrequency(&frequency);
+  const double ticksPerMs = static_cast<double>(frequency.QuadPart) / 1000.0;
+  const Program programs[] = {{L"ctell.exe", L"Cryptelle"}, {L"one_window.exe", L"One Window"}};
+  std::vector<double> times[2];
+  for (int run = 0; run < kRuns; ++run) {
+    for (int i = 0; i < 2; ++i) {
+      const double ms = TimeToFirstPaint(programs[i], ticksPerMs);
+      if (ms < 0) {
+        std::fprintf(stderr, "%ls did not paint its window\n", programs[i].file);
+        return 1;
+      }
+      times[i].push_back(ms);
+    }
+  }
+  const double ours = Median(times[0]);
+  const double minimal = Median(times[1]);
+  std::printf("start to first paint, median of %d starts each\n", kRuns);
+  std::printf("  ctell.exe (empty list)   %8.1f ms\n", ours);
+  std::printf("  one window (minimal)     %8.1f ms\n", minimal);
+  std::printf("  ratio                    %8.2f (goal <= 1.50)\n", ours / minimal);
+  return 0;
+}
