@@ -8,12 +8,10 @@
 #include <string>
 #include <vector>
 
+#include "app/instance_names.h"
 #include "devhost/device_host_api.h"
 #include "services/window_ref.h"
 #include "settings/options.h"
-
-// The registered message that makes a running Cryptelle refresh its list of disks.
-inline constexpr char16_t kRefreshMessageName[] = u"{398BE961-66CC-41e7-8633-E93A5989ABD1}";
 
 // How often the mounted disks are checked, and how many checks in a row must find none
 // before a monitor that unloads automatically exits.
