@@ -1,14 +1,13 @@
+#include "services/help_win.h"
+
 #include <windows.h>
 
+#include "services/help.h"
 #include "services/system_services.h"
 #include "services/window_ref_win.h"
 #include "system/wide_text_win.h"
 
 namespace {
-
-// The HTML Help viewer's commands used here.
-constexpr UINT kHelpDisplayContents = 0x0001;  // HH_DISPLAY_TOC
-constexpr UINT kHelpContext = 0x000F;          // HH_HELP_CONTEXT
 
 using HtmlHelpFunction = HWND(WINAPI*)(HWND, LPCWSTR, UINT, DWORD_PTR);
 
@@ -35,21 +34,25 @@ class CSystemHelp final : public CHelpService {
   }
 
  private:
-  // A missing help file is reported here, before the viewer would show its own complaint.
-  static StatusCode Open(WindowRef owner, UINT command, DWORD_PTR data)
+  static StatusCode Open(WindowRef owner, uint32_t command, uintptr_t data)
   {
     std::u16string path;
     const StatusCode status = HelpFilePath(&path);
-    if (IsFailure(status)) return status;
-    if (GetFileAttributesW(Wide(path)) == INVALID_FILE_ATTRIBUTES) return kSysNotFound;
-    const HtmlHelpFunction htmlHelp = HtmlHelpEntry();
-    if (htmlHelp == nullptr) return kSysNotSupported;
-    return htmlHelp(ToHwnd(owner), Wide(path), command, data) != nullptr ? kStatusSuccess
-                                                                         : kSysGeneralFailure;
+    return IsFailure(status) ? status : OpenHelpFile(path, owner, command, data);
   }
 };
 
 }  // namespace
+
+StatusCode OpenHelpFile(const std::u16string& file, WindowRef owner, uint32_t command,
+                        uintptr_t data)
+{
+  if (GetFileAttributesW(Wide(file)) == INVALID_FILE_ATTRIBUTES) return kSysNotFound;
+  const HtmlHelpFunction htmlHelp = HtmlHelpEntry();
+  if (htmlHelp == nullptr) return kSysNotSupported;
+  return htmlHelp(ToHwnd(owner), Wide(file), command, data) != nullptr ? kStatusSuccess
+                                                                       : kSysGeneralFailure;
+}
 
 CHelpService& SystemHelpService()
 {

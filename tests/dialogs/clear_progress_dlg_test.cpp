@@ -178,8 +178,13 @@ TEST_F(ClearProgressDlgTest, AConfirmedCancelStopsTheWorkerAtItsNextReport)
   size_t firstReportAfterQuestion = 0;
   CProgressWatch watch([&](HWND dialog, const std::vector<CProgressWatch::Report>& reports) {
     // The close box raises the same question as the Cancel button (the dialog manager
-    // posts it as the Cancel command).
-    if (reports.size() == 1) SendMessageW(dialog, WM_CLOSE, 0, 0);
+    // posts it as the Cancel command). The posted command is taken here, while the worker
+    // waits for its first report's answer: the worker writes ahead, and its next reports
+    // could otherwise all be answered before the thread gets to its posted messages.
+    if (reports.size() == 1) {
+      SendMessageW(dialog, WM_CLOSE, 0, 0);
+      PumpMessages();
+    }
     if (firstReportAfterQuestion == 0 && !prompts_.Prompts().empty()) {
       firstReportAfterQuestion = reports.size();
     }

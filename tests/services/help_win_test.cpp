@@ -1,21 +1,15 @@
 // The system's help opener reports a missing help file instead of opening the viewer.
+#include "services/help_win.h"
+
 #include <gtest/gtest.h>
-
-#include <filesystem>
-
-#include "services/help.h"
 
 namespace {
 
 TEST(SystemHelpService, MissingHelpFileIsNotFound)
 {
-  std::u16string path;
-  ASSERT_EQ(HelpFilePath(&path), kStatusSuccess);
-  if (std::filesystem::exists(std::filesystem::path(path))) {
-    GTEST_SKIP() << "a help file lies beside the test program";
-  }
-  EXPECT_EQ(ShowHelpContents(nullptr), kSysNotFound);
-  EXPECT_EQ(ShowHelpTopic(nullptr, 114), kSysNotFound);
+  const std::u16string missing = u"C:\\no such folder\\ctell.chm";
+  EXPECT_EQ(OpenHelpFile(missing, nullptr, kHelpDisplayContents, 0), kSysNotFound);
+  EXPECT_EQ(OpenHelpFile(missing, nullptr, kHelpContext, 114), kSysNotFound);
 }
 
 }  // namespace
