@@ -105,7 +105,12 @@ first_run=
 [ -f "$prefix/.ready" ] || first_run=yes
 wine_session_ensure "$prefix" 3600
 if [ -n "$first_run" ]; then
+  # The prefix was booted with the template's null driver; its desktop keeps the driver it
+  # started with, so the server starts again once the X11 driver is chosen.
   "$wine_loader" reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d x11 /f >/dev/null 2>&1
+  "$wine_server" -k >/dev/null 2>&1 || true
+  "$wine_server" -w >/dev/null 2>&1 || true
+  wine_session_ensure "$prefix" 3600
 fi
 bash scripts/devhost-service.sh install "$bin/pdevhost.exe" >/dev/null
 bash scripts/devhost-service.sh start "$bin/pdevhost.exe" >/dev/null
@@ -146,7 +151,7 @@ if [ -n "$shot" ]; then
   started+=($!)
   dialog=$(wait_for_window 'Mount Virtual Disk Image' 60) || { say "the mount dialog did not open"; exit 1; }
   xdotool windowactivate --sync "$dialog" type --delay 20 "$demo_password"
-  xdotool key --window "$dialog" Return
+  xdotool key Return
   wait "${started[-1]}" || true
 fi
 
