@@ -35,7 +35,9 @@ ServedImage* g_image = nullptr;
 void LogFailure(StatusCode status)
 {
   std::istringstream lines(FailureReport(Activity::kOpen, status, g_imagePath));
-  for (std::string line; std::getline(lines, line);) nbdkit_error("%s", line.c_str());
+  for (std::string line; std::getline(lines, line);) {
+    if (!line.empty()) nbdkit_error("%s", line.c_str());
+  }
 }
 
 int FailRequest(StatusCode status)
