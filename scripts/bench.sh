@@ -25,3 +25,7 @@ echo "=== Windows build under Wine ==="
 scripts/wine-run.sh build/windows/bin/cipher_bench.exe
 echo
 scripts/wine-run.sh build/windows/bin/image_create_bench.exe "$scratch"
+
+echo
+echo "=== nbdkit plugin (native) ==="
+bash scripts/bench-nbdkit.sh

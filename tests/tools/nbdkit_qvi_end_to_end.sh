@@ -153,6 +153,14 @@ exercise blowfish-fixed.qvi INT 2
 create cast-dynamic.qvi --capacity "8 MB" --algorithm cast --key-bits 128
 exercise cast-dynamic.qvi TERM 3
 
+# nbdkit forks to run a command (as it does to go into the background); the forked
+# process must not keep the image locked from the server.
+check env "${server_env[@]}" nbdkit -U - "$plugin" file="$work/cast-dynamic.qvi" \
+  password=+"$work/password" --run "nbdcopy \"\$uri\" $work/run.raw" 2>"$work/run.log" ||
+  fail "nbdkit --run: $(cat "$work/run.log")"
+check cmp -s "$work/run.raw" "$work/cast-dynamic.qvi.shadow" || fail "nbdkit --run copied other bytes"
+rm -f "$work/run.raw"
+
 # A killed server leaves the in-use mark; the next open accepts the image all the same.
 image=$work/cast-dynamic.qvi
 serve "$work/kill.log" file="$image" password=+"$work/password" &&

@@ -6,8 +6,11 @@
 //
 // The image is opened read-only when the server gets ready, so that a wrong password, a
 // damaged or foreign file, a missing volume file or an image in use ends the start-up with
-// the image untouched; the first client that may write opens it again for writing. Every
-// request is served one at a time: an image handle belongs to one thread at a time.
+// the image untouched. It is closed again before nbdkit forks (into the background, or to
+// run a command with --run), since a forked process would hold the image's lock, and
+// opened read-only once more after the fork; the first client that may write opens it
+// again for writing. Every request is served one at a time: an image handle belongs to one
+// thread at a time.
 #define NBDKIT_API_VERSION 2
 #include <nbdkit-plugin.h>
 
@@ -90,8 +93,19 @@ int QviConfigComplete()
 int QviGetReady()
 {
   g_image = new ServedImage;
-  const StatusCode status = g_image->Open(g_resolvedPath, g_password);
+  StatusCode status = g_image->Open(g_resolvedPath, g_password);
   WipeText(g_password);
+  if (!IsFailure(status)) status = g_image->Suspend();
+  if (IsFailure(status)) {
+    LogFailure(status);
+    return -1;
+  }
+  return 0;
+}
+
+int QviAfterFork()
+{
+  const StatusCode status = g_image->Reopen();
   if (IsFailure(status)) {
     LogFailure(status);
     return -1;
@@ -192,6 +206,7 @@ nbdkit_plugin MakePlugin()
       "                     +FILE to read it from a file, -FD from a descriptor.";
   plugin.magic_config_key = "file";
   plugin.get_ready = QviGetReady;
+  plugin.after_fork = QviAfterFork;
   plugin.open = QviOpen;
   plugin.get_size = QviGetSize;
   plugin.can_write = QviCanWrite;
