@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cstring>
+#include <memory>
+#include <new>
 
 #include "image/bytes.h"
 #include "image/image_handle.h"
@@ -52,13 +54,25 @@ StatusCode MapRun(ImageHandle& handle, uint64_t block, uint32_t limit, BlockRun*
   return kStatusSuccess;
 }
 
+// Writes whole units (at most one chunk) at stream offset `offset`: enciphered on the disk
+// threads when they run, else by the image stream's own write.
+StatusCode WriteUnits(ImageHandle& handle, uint64_t offset, const uint8_t* data, uint64_t length)
+{
+  if (!handle.diskThreads) return WriteStream(handle.set, offset, data, length);
+  const auto bytes = static_cast<uint32_t>(length);
+  handle.diskThreads->encryptor.Begin(offset, data, handle.diskThreads->buffer, bytes);
+  const StatusCode status = handle.diskThreads->encryptor.Finish();
+  if (IsFailure(status)) return status;
+  return WriteEnciphered(handle.set, offset, handle.diskThreads->buffer, bytes);
+}
+
 // Gives `count` unassigned blocks from `block` storage behind the end of the image stream,
 // writing their data there first so that the table never names unwritten storage.
 StatusCode AssignAndWrite(ImageHandle& handle, uint64_t block, uint32_t count, const uint8_t* data)
 {
   ImageSet& set = handle.set;
   const uint64_t end = set.StreamEnd();
-  StatusCode status = WriteStream(set, end, data, uint64_t{count} * handle.blockSize);
+  StatusCode status = WriteUnits(handle, end, data, uint64_t{count} * handle.blockSize);
   const auto first = static_cast<uint32_t>((end - handle.dataOffset) / handle.blockSize);
   for (uint32_t i = 0; i < count && !IsFailure(status); ++i) {
     int slot = 0;
@@ -90,7 +104,7 @@ StatusCode TransferBlocks(ImageHandle& handle, uint64_t block, uint32_t count, u
         std::memset(buffer + skip, 0, bytes);
       }
     } else if (run.assigned) {
-      status = WriteStream(handle.set, run.streamOffset, data + skip, bytes);
+      status = WriteUnits(handle, run.streamOffset, data + skip, bytes);
     } else {
       status = AssignAndWrite(handle, block + done, run.count, data + skip);
     }
@@ -163,6 +177,21 @@ StatusCode ImgWriteDisk(ImageHandle* handle, uint64_t offset, const uint8_t* buf
   if (IsFailure(status)) return status;
   if (handle->set.IsReadOnly()) return kImgReadOnly;
   return AccessDisk(*handle, offset, length, nullptr, buffer);
+}
+
+StatusCode ImgStartDiskThreads(ImageHandle* handle, unsigned threads)
+{
+  if (handle == nullptr || threads == 0 || !handle->set.IsEncrypted()) return kImgInvalidParameter;
+  if (handle->set.IsReadOnly()) return kImgReadOnly;
+  if (handle->diskThreads) return kStatusSuccess;
+  std::unique_ptr<DiskThreads> started(new (std::nothrow) DiskThreads);
+  if (!started) return kImgOutOfMemory;
+  started->buffer = static_cast<uint8_t*>(SysAllocate(kChunkSize, kAllocPageable));
+  if (started->buffer == nullptr) return kImgOutOfMemory;
+  const StatusCode status = started->encryptor.Start(handle->set, threads);
+  if (IsFailure(status)) return status;
+  handle->diskThreads = std::move(started);
+  return kStatusSuccess;
 }
 
 StatusCode ImgFlushDisk(ImageHandle* handle)

@@ -20,6 +20,13 @@ StatusCode ImgReadDisk(ImageHandle* handle, uint64_t offset, uint8_t* buffer, ui
 StatusCode ImgWriteDisk(ImageHandle* handle, uint64_t offset, const uint8_t* buffer,
                         uint64_t length);
 
+// Enciphers the disk's later writes on `threads` threads, each with its own copy of the
+// data cipher, instead of the caller's thread alone; the bytes on disk are the same. For an
+// encrypted image opened for writing; the threads end when the image is closed.
+// kImgReadOnly for a read-only image; the cipher engine's code or kImgOutOfMemory when a
+// copy, a thread or the chunk's memory cannot be had.
+StatusCode ImgStartDiskThreads(ImageHandle* handle, unsigned threads);
+
 // Writes the changed allocation table blocks back and flushes every volume file to disk.
 // Nothing to do for an image opened read-only.
 StatusCode ImgFlushDisk(ImageHandle* handle);

@@ -18,6 +18,7 @@
 #include <cstdlib>
 #include <sstream>
 #include <string>
+#include <thread>
 
 #include "image/disk_access.h"
 #include "system/wipe.h"
@@ -126,11 +127,15 @@ void QviUnload()
 void* QviOpen(int readonly)
 {
   if (!readonly) {
-    const StatusCode status = g_image->MakeWritable();
+    StatusCode status = g_image->MakeWritable();
     if (IsFailure(status)) {
       LogFailure(status);
       return nullptr;
     }
+    // Writes are enciphered on every core; without the threads they still are, on one.
+    const unsigned cores = std::thread::hardware_concurrency();
+    if (cores > 1) status = ImgStartDiskThreads(g_image->handle(), cores);
+    if (IsFailure(status)) nbdkit_debug("writes enciphered on one thread: %X", status);
   }
   return g_image;
 }
