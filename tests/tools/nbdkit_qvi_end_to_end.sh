@@ -232,6 +232,8 @@ cp "$work/cast-dynamic.qvi" "$work/damaged.qvi"
 printf '\xff' | dd of="$work/damaged.qvi" bs=1 seek=4200 conv=notrunc status=none
 refused damaged "$work/damaged.qvi" "$work/password"
 grep -q "40050013" "$work/damaged.log" || fail "damaged: not 40050013"
+refused missing-image "$work/absent.qvi" "$work/password"
+grep -q "4000000F" "$work/missing-image.log" || fail "missing image: not 4000000F"
 mv "$work/aes-dynamic-split-2.qvi" "$work/aside.qvi"
 refused missing-volume "$work/aes-dynamic-split.qvi" "$work/password"
 grep -q "4005000C" "$work/missing-volume.log" || fail "missing volume: not 4005000C"

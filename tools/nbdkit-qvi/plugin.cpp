@@ -44,18 +44,27 @@ void LogFailure(StatusCode status)
   }
 }
 
-int FailRequest(StatusCode status)
+// A request's failure: what was asked, then the program's text and code.
+int FailRequest(const std::string& request, StatusCode status)
 {
+  nbdkit_error("%s failed:", request.c_str());
   LogFailure(status);
   nbdkit_set_error(status == kImgReadOnly ? EROFS : EIO);
   return -1;
+}
+
+std::string Transfer(const char* verb, uint32_t count, uint64_t offset)
+{
+  return std::string(verb) + " of " + std::to_string(count) + " bytes at offset " +
+         std::to_string(offset);
 }
 
 int QviConfig(const char* key, const char* value)
 {
   const std::string name = key;
   if (name == "file") {
-    char* resolved = nbdkit_realpath(value);
+    // Not resolved here: a missing image is the container's to report, in its words.
+    char* resolved = nbdkit_absolute_path(value);
     if (resolved == nullptr) return -1;
     g_imagePath = value;
     g_resolvedPath = resolved;
@@ -179,20 +188,20 @@ int QviPread(void* handle, void* buffer, uint32_t count, uint64_t offset, uint32
 {
   const StatusCode status = ImgReadDisk(static_cast<ServedImage*>(handle)->handle(), offset,
                                         static_cast<uint8_t*>(buffer), count);
-  return IsFailure(status) ? FailRequest(status) : 0;
+  return IsFailure(status) ? FailRequest(Transfer("read", count, offset), status) : 0;
 }
 
 int QviPwrite(void* handle, const void* buffer, uint32_t count, uint64_t offset, uint32_t)
 {
   const StatusCode status = ImgWriteDisk(static_cast<ServedImage*>(handle)->handle(), offset,
                                          static_cast<const uint8_t*>(buffer), count);
-  return IsFailure(status) ? FailRequest(status) : 0;
+  return IsFailure(status) ? FailRequest(Transfer("write", count, offset), status) : 0;
 }
 
 int QviFlush(void* handle, uint32_t)
 {
   const StatusCode status = ImgFlushDisk(static_cast<ServedImage*>(handle)->handle());
-  return IsFailure(status) ? FailRequest(status) : 0;
+  return IsFailure(status) ? FailRequest("flush", status) : 0;
 }
 
 nbdkit_plugin MakePlugin()
