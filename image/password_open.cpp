@@ -17,14 +17,19 @@ KeyBuffer::~KeyBuffer()
   SysRelease(data_);
 }
 
-StatusCode DeriveHeaderKey(const std::string& password, const uint8_t* identityBlock,
+StatusCode DeriveHeaderKey(std::u16string_view password, const uint8_t* identityBlock,
                            KeyBuffer& key)
 {
   if (key.data() == nullptr) return kSysOutOfMemory;
+  return CryptoDeriveKey(password.data(), static_cast<uint32_t>(password.size()), identityBlock,
+                         kIdentityBlockSize, key.data(), key.length());
+}
+
+StatusCode DeriveHeaderKey(const std::string& password, const uint8_t* identityBlock,
+                           KeyBuffer& key)
+{
   std::u16string text = Utf8ToUtf16(password);
-  const StatusCode status =
-      CryptoDeriveKey(text.data(), static_cast<uint32_t>(text.size()), identityBlock,
-                      kIdentityBlockSize, key.data(), key.length());
+  const StatusCode status = DeriveHeaderKey(std::u16string_view(text), identityBlock, key);
   WipeText(text);
   return status;
 }

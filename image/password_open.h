@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "image/image.h"
 #include "system/status.h"
@@ -25,8 +26,11 @@ class KeyBuffer {
   uint8_t* data_;
 };
 
-// The header key of a password (UTF-8): PBKDF2 of its UTF-16 code units, salted with the
-// 64-byte identity block. kSysOutOfMemory when `key` has no memory.
+// The header key of a password: PBKDF2 of its UTF-16 code units, salted with the 64-byte
+// identity block. kSysOutOfMemory when `key` has no memory.
+StatusCode DeriveHeaderKey(std::u16string_view password, const uint8_t* identityBlock,
+                           KeyBuffer& key);
+// The same for a password in UTF-8.
 StatusCode DeriveHeaderKey(const std::string& password, const uint8_t* identityBlock,
                            KeyBuffer& key);
 
