@@ -5,16 +5,17 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 
 #include "image/image.h"
+#include "image/password_open.h"
 #include "system/status.h"
 
 class CHeaderKey {
  public:
   CHeaderKey() = default;
-  ~CHeaderKey();
   CHeaderKey(const CHeaderKey&) = delete;
   CHeaderKey& operator=(const CHeaderKey&) = delete;
 
@@ -25,10 +26,10 @@ class CHeaderKey {
   // Derives the header key of `password` into the buffer, replacing the key it held.
   StatusCode Derive(std::u16string_view password);
 
-  const uint8_t* Bytes() const { return key_; }
+  const uint8_t* Bytes() const { return key_ ? key_->data() : nullptr; }
   uint32_t Length() const { return info_.keyLength; }
 
  private:
   ImageKeyInfo info_{};
-  uint8_t* key_ = nullptr;
+  std::unique_ptr<KeyBuffer> key_;
 };

@@ -7,6 +7,18 @@
 #include "image/image_set.h"
 #include "image/records.h"
 #include "image/table_cache.h"
+#include "image/unit_encryptor.h"
+#include "system/memory.h"
+
+// Threads that encipher the disk's writes (ImgStartDiskThreads), with the chunk they fill.
+struct DiskThreads {
+  UnitEncryptor encryptor;
+  uint8_t* buffer = nullptr;  // kChunkSize bytes, the enciphered chunk
+  DiskThreads() = default;
+  DiskThreads(const DiskThreads&) = delete;
+  DiskThreads& operator=(const DiskThreads&) = delete;
+  ~DiskThreads() { SysRelease(buffer); }
+};
 
 struct ImageHandle {
   uint32_t flags = 0;  // the descriptor's image flags as loaded
@@ -26,6 +38,7 @@ struct ImageHandle {
   uint64_t infoOffset = 0;
   ImageSet set;
   TableCachePtr tableCache;
+  std::unique_ptr<DiskThreads> diskThreads;  // absent unless started
 };
 
 // Writes the image stream's content anew: descriptor (marked as being created until the

@@ -62,6 +62,17 @@ StatusCode TableCache::Load(uint32_t block, int* slot)
   return kStatusSuccess;
 }
 
+StatusCode TableCache::Find(uint32_t block, int* slot)
+{
+  for (const int held : order_) {
+    if (held != -1 && slots_[held].block == block) {
+      *slot = held;
+      return kStatusSuccess;
+    }
+  }
+  return Load(block, slot);
+}
+
 StatusCode TableCache::Flush()
 {
   for (int slot = 0; slot < kSlots; ++slot) {

@@ -24,6 +24,9 @@ class TableCache {
   // block), checks its Adler-32, and tells which slot holds it.
   StatusCode Load(uint32_t block, int* slot);
 
+  // The slot that holds table block `block` already, or else the slot Load puts it in.
+  StatusCode Find(uint32_t block, int* slot);
+
   // Writes every changed slot back, in slot order, stopping at the first failure.
   StatusCode Flush();
 

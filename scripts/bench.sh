@@ -31,3 +31,7 @@ echo
 scripts/wine-run.sh build/windows/bin/image_create_bench.exe "$scratch"
 echo
 scripts/wine-run.sh build/windows/bin/startup_bench.exe
+
+echo
+echo "=== nbdkit plugin (native) ==="
+bash scripts/bench-nbdkit.sh

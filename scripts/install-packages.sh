@@ -12,6 +12,8 @@ packages=(
   libgtest-dev libbenchmark-dev clang clang-format libclang-rt-14-dev
   # the artwork generator and the text checks (python3), the test locale (locales)
   python3 locales
+  # the nbdkit plugin and its tests (nbdcopy, nbdinfo, nbdsh; FAT tools on the served disk)
+  nbdkit nbdkit-plugin-dev libnbd-bin python3-libnbd dosfstools mtools
   # Windows build and its test runner
   mingw-w64 mingw-w64-tools libz-mingw-w64-dev wine wine64 fonts-wine xvfb
   # fetching and building the MinGW libcrypto

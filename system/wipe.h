@@ -20,3 +20,10 @@ inline void WipeText(std::u16string& text)
   WipeBytes(text.data(), text.size() * sizeof(char16_t));
   text.clear();
 }
+
+inline void WipeText(std::string& text)
+{
+  text.resize(text.capacity());
+  WipeBytes(text.data(), text.size());
+  text.clear();
+}

@@ -1,7 +1,7 @@
 // Failure texts of the image tool.
 #include <gtest/gtest.h>
 
-#include "tools/ctellimg/messages.h"
+#include "tools/messages/messages.h"
 
 TEST(ctellimgFailureMessages, OpenCodesHaveTheirOwnTexts)
 {

@@ -9,38 +9,21 @@
 #include "image/image.h"
 #include "image/image_handle.h"
 #include "image/image_set.h"
+#include "image/password_open.h"
 #include "res/resource.h"
 #include "system/file.h"
 #include "system/memory.h"
 #include "system/utf.h"
+#include "system/wipe.h"
 #include "tools/ctellimg/capacity.h"
 #include "tools/ctellimg/console.h"
-#include "tools/ctellimg/messages.h"
 #include "tools/ctellimg/options.h"
 #include "tools/ctellimg/report.h"
+#include "tools/messages/messages.h"
 
 namespace {
 
 constexpr uint32_t kIdentityLength = 64;
-
-// Key material from the one allocation routine, never pageable.
-class KeyBuffer {
- public:
-  explicit KeyBuffer(uint32_t length)
-      : length_(length), data_(static_cast<uint8_t*>(SysAllocate(length, kAllocZeroed)))
-  {
-  }
-  ~KeyBuffer() { SysRelease(data_); }
-  KeyBuffer(const KeyBuffer&) = delete;
-  KeyBuffer& operator=(const KeyBuffer&) = delete;
-
-  uint8_t* data() const { return data_; }
-  uint32_t length() const { return length_; }
-
- private:
-  uint32_t length_;
-  uint8_t* data_;
-};
 
 void PrintLine(FILE* stream, const std::string& text)
 {
@@ -86,18 +69,6 @@ bool ReadPassword(const std::string& prompt, bool confirm, std::string* password
   return true;
 }
 
-// The header key of a password: PBKDF2 of its UTF-16 code units, salted with the identity
-// block.
-StatusCode DeriveHeaderKey(std::string& password, const uint8_t* identity, KeyBuffer& key)
-{
-  if (key.data() == nullptr) return kSysOutOfMemory;
-  std::u16string text = Utf8ToUtf16(password);
-  const StatusCode status = CryptoDeriveKey(text.data(), static_cast<uint32_t>(text.size()),
-                                            identity, kIdentityLength, key.data(), key.length());
-  std::fill(text.begin(), text.end(), u'\0');
-  return status;
-}
-
 // Reads the image's key information, asks for its password, derives the header key and
 // opens the image. On failure it has printed why.
 int OpenWithPassword(const Options& options, const std::u16string& path, uint32_t openFlags,
@@ -109,11 +80,8 @@ int OpenWithPassword(const Options& options, const std::u16string& path, uint32_
   if (IsFailure(status)) return Fail(activity, status, options.image);
   std::string password;
   if (!ReadPassword("Password: ", false, &password)) return kExitFailure;
-  KeyBuffer key(info.keyLength);
-  status = DeriveHeaderKey(password, info.identityBlock, key);
+  status = OpenImageWithPassword(path, info, password, openFlags, handle);
   WipeText(password);
-  if (!IsFailure(status))
-    status = ImgOpen(path.c_str(), openFlags, key.data(), key.length(), handle);
   if (IsFailure(status)) return Fail(activity, status, options.image);
   return kExitSuccess;
 }

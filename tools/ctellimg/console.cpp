@@ -144,10 +144,3 @@ bool InterruptRequested()
 {
   return interrupted != 0;
 }
-
-void WipeText(std::string& text)
-{
-  volatile char* bytes = text.data();
-  for (size_t i = 0; i < text.size(); ++i) bytes[i] = 0;
-  text.clear();
-}

@@ -19,6 +19,3 @@ bool ReadHiddenLine(const std::string& prompt, std::string* line);
 // InterruptRequested reports; the running operation decides when to stop.
 void CatchInterrupt();
 bool InterruptRequested();
-
-// Overwrites every byte of a string holding a secret.
-void WipeText(std::string& text);

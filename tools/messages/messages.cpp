@@ -1,4 +1,4 @@
-#include "tools/ctellimg/messages.h"
+#include "tools/messages/messages.h"
 
 #include "app/operation_error.h"
 #include "res/format_text.h"

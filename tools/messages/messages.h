@@ -1,4 +1,4 @@
-// The image tool's failure texts: the program's own wording for each status code, taken
+// The tools' failure texts: the program's own wording for each status code, taken
 // from its string table, so that a user reads the same message in a script's log as in a
 // message box.
 #pragma once
