@@ -46,8 +46,8 @@ build_targets() {
 if [ "${1:-}" = "ctellimg" ]; then
   shift
   bash scripts/install-packages.sh >&2
-  build_targets bench ctellimg
-  exec build/bench/bin/ctellimg "$@"
+  build_targets release ctellimg
+  exec build/release/bin/ctellimg "$@"
 fi
 
 shot=
