@@ -5,7 +5,6 @@
 #include "services/window_ref_win.h"
 #include "system/clock.h"
 #include "system/error_map.h"
-#include "system/wide_text_win.h"
 #include "ui/worker_thread.h"
 
 CClearVirtualDiskImageProgressDlg::CClearVirtualDiskImageProgressDlg() : CDialog(IDD_CLEAR_PROGRESS)
@@ -41,8 +40,7 @@ bool CClearVirtualDiskImageProgressDlg::OnInitDialog(HWND)
   bar_ = CProgressBarCtrl(Item(IDC_CLEAR_PROGRESS_BAR));
   SetItemText(IDC_REMAINING_TIME, L"");
   CenterWindow();
-  SetTimer(kBarTimer, kProgressBarPeriodMs);
-  SetTimer(kEstimateTimer, kFirstEstimateDelayMs);
+  timers_.Start(hwnd_);
   worker.Start();
   return true;
 }
@@ -74,26 +72,13 @@ void CClearVirtualDiskImageProgressDlg::OnWorkerDone(StatusCode status)
 {
   status_ = status;
   bar_.SetPosition(static_cast<int>(kProgressBarFinished));
-  KillTimer(kBarTimer);
-  KillTimer(kEstimateTimer);
+  timers_.Stop(hwnd_);
   EndDialog(ClearProgressResult(status));
 }
 
 bool CClearVirtualDiskImageProgressDlg::OnTimer(UINT_PTR id)
 {
-  if (id == kBarTimer) {
-    bar_.SetPosition(static_cast<int>(estimate_.Done()));
-    return true;
-  }
-  if (id == kEstimateTimer) {
-    const auto estimate = estimate_.Estimate(SysFileTime());
-    if (estimate) {
-      SetTimer(kEstimateTimer, estimate->nextPeriodMs);
-      SetItemText(IDC_REMAINING_TIME, Wide(estimate->text));
-    }
-    return true;
-  }
-  return CDialog::OnTimer(id);
+  return timers_.OnTimer(hwnd_, id) || CDialog::OnTimer(id);
 }
 
 void CClearVirtualDiskImageProgressDlg::OnCancel()

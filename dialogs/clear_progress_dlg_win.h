@@ -8,6 +8,8 @@
 
 #include "dialogs/clear_image.h"
 #include "dialogs/clear_progress.h"
+#include "dialogs/progress_timers_win.h"
+#include "res/resource.h"
 #include "ui/controls/progress_bar.h"
 #include "ui/dialog.h"
 
@@ -21,8 +23,8 @@ class CClearVirtualDiskImageProgressDlg final : public CDialog, public CClearPro
   StatusCode Status() const { return status_; }
 
   // The timers: the bar's and the remaining-time estimate's.
-  static constexpr UINT_PTR kEstimateTimer = 1;
-  static constexpr UINT_PTR kBarTimer = 2;
+  static constexpr UINT_PTR kEstimateTimer = CProgressTimers::kEstimateTimer;
+  static constexpr UINT_PTR kBarTimer = CProgressTimers::kBarTimer;
 
  protected:
   bool OnInitDialog(HWND defaultFocus) override;
@@ -37,6 +39,7 @@ class CClearVirtualDiskImageProgressDlg final : public CDialog, public CClearPro
   ImageHandle* image_ = nullptr;
   CProgressBarCtrl bar_;
   CRemainingTimeEstimate estimate_{kClearProgressDifferences};
+  CProgressTimers timers_{bar_, estimate_, IDC_REMAINING_TIME};
   StatusCode status_ = kStatusSuccess;
   bool cancelRequested_ = false;
 };

@@ -23,12 +23,14 @@ echo
 build/bench/bin/image_create_bench "$scratch"
 
 cmake --preset windows >/dev/null
-cmake --build --preset windows -j "$jobs" --target cipher_bench image_create_bench startup_bench >/dev/null
+cmake --build --preset windows -j "$jobs" --target cipher_bench image_create_bench wizard_create_bench startup_bench >/dev/null
 echo
 echo "=== Windows build under Wine ==="
 scripts/wine-run.sh build/windows/bin/cipher_bench.exe
 echo
 scripts/wine-run.sh build/windows/bin/image_create_bench.exe "$scratch"
+echo
+scripts/wine-run.sh build/windows/bin/wizard_create_bench.exe "$scratch"
 echo
 scripts/wine-run.sh build/windows/bin/startup_bench.exe
 

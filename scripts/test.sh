@@ -9,7 +9,8 @@ jobs=$(nproc)
 step() { printf '\n=== %s ===\n' "$*"; }
 
 step "dependencies"
-bash scripts/install-packages.sh
+# with the virtual display that the run command's test starts
+bash scripts/install-packages.sh run
 
 step "formatting"
 bash scripts/check-format.sh

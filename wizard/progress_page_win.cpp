@@ -51,15 +51,13 @@ int CNewVirtualDiskImageWizard::CProgressPage::OnSetActive()
     OnCreationDone(started);
     return 0;
   }
-  SetTimer(kBarTimer, kProgressBarPeriodMs);
-  SetTimer(kEstimateTimer, kFirstEstimateDelayMs);
+  timers_.Start(hwnd_);
   return 0;
 }
 
 bool CNewVirtualDiskImageWizard::CProgressPage::OnKillActive()
 {
-  KillTimer(kEstimateTimer);
-  KillTimer(kBarTimer);
+  timers_.Stop(hwnd_);
   return true;
 }
 
@@ -110,8 +108,7 @@ void CNewVirtualDiskImageWizard::CProgressPage::OnCreationDone(StatusCode status
 {
   if (!IsFailure(status)) {
     bar_.SetPosition(static_cast<int>(kProgressBarFinished));
-    KillTimer(kEstimateTimer);
-    KillTimer(kBarTimer);
+    timers_.Stop(hwnd_);
     wizard_.JumpToSummary();
     return;
   }
@@ -122,17 +119,5 @@ void CNewVirtualDiskImageWizard::CProgressPage::OnCreationDone(StatusCode status
 
 bool CNewVirtualDiskImageWizard::CProgressPage::OnTimer(UINT_PTR id)
 {
-  if (id == kBarTimer) {
-    bar_.SetPosition(static_cast<int>(estimate_.Done()));
-    return true;
-  }
-  if (id == kEstimateTimer) {
-    const auto estimate = estimate_.Estimate(SysFileTime());
-    if (estimate) {
-      SetTimer(kEstimateTimer, estimate->nextPeriodMs);
-      SetItemText(IDC_CREATE_REMAINING_TIME, Wide(estimate->text));
-    }
-    return true;
-  }
-  return CPropertyPage::OnTimer(id);
+  return timers_.OnTimer(hwnd_, id) || CPropertyPage::OnTimer(id);
 }

@@ -7,6 +7,8 @@
 
 #include "app/remaining_time.h"
 #include "dialogs/drive_facts_win.h"
+#include "dialogs/progress_timers_win.h"
+#include "res/resource.h"
 #include "system/status.h"
 #include "ui/controls/progress_bar.h"
 #include "wizard/creation_progress.h"
@@ -18,8 +20,8 @@ class CNewVirtualDiskImageWizard::CProgressPage final : public CPropertyPage {
   CProgressPage(CNewVirtualDiskImageWizard& wizard, DriveFactsSource driveFacts);
 
   // The timers: the remaining-time estimate's and the bar's.
-  static constexpr UINT_PTR kEstimateTimer = 1;
-  static constexpr UINT_PTR kBarTimer = 2;
+  static constexpr UINT_PTR kEstimateTimer = CProgressTimers::kEstimateTimer;
+  static constexpr UINT_PTR kBarTimer = CProgressTimers::kBarTimer;
 
  protected:
   bool OnInitDialog(HWND defaultFocus) override;
@@ -38,5 +40,6 @@ class CNewVirtualDiskImageWizard::CProgressPage final : public CPropertyPage {
   DriveFactsSource driveFacts_;
   CProgressBarCtrl bar_;
   CRemainingTimeEstimate estimate_{kCreationProgressDifferences};
+  CProgressTimers timers_{bar_, estimate_, IDC_CREATE_REMAINING_TIME};
   bool cancelRequested_ = false;
 };

@@ -1,14 +1,16 @@
 #!/usr/bin/env bash
 # The installer in a Wine prefix of its own: a silent install into a chosen folder puts
 # every file, the Start-menu shortcut, the .qvi association and the device host service in
-# place; a silent uninstall then leaves no file, key or value of the product behind, and a
-# user's image kept in the program's folder is untouched.
+# place, and opening an image in the shell opens the mount dialog on it; a silent uninstall
+# then leaves no file, key or value of the product behind, and a user's image kept in the
+# program's folder is untouched.
 #
-#   bash installer_test.sh Cryptelle-<version>-setup.exe
+#   bash installer_test.sh Cryptelle-<version>-setup.exe window_probe.exe
 set -uo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/../../scripts/wine-common.sh"
 
 setup=$1
+probe=$2
 work=$(mktemp -d)
 prefix=$work/prefix
 trap 'WINEPREFIX=$prefix "$wine_server" -k >/dev/null 2>&1; rm -rf "$work"' EXIT
@@ -46,13 +48,22 @@ for file in "${files[@]}"; do
 done
 check "the Start-menu shortcut exists" test -s "$shortcut"
 check ".qvi names the image class" test "$(reg_value 'HKLM\Software\Classes\.qvi' '')" = "Cryptelle.Image"
-check "opening an image runs the mount dialog on it" test \
+check "the association opens images with ctell.exe /mount" test \
   "$(reg_value 'HKLM\Software\Classes\Cryptelle.Image\shell\open\command' '')" = \
   "\"$folder\\ctell.exe\" /mount \"%1\""
 check "the image icon is the program's image icon" test \
   "$(reg_value 'HKLM\Software\Classes\Cryptelle.Image\DefaultIcon' '')" = "$folder\\ctell.exe,-165"
 check "the uninstaller is registered" reg_exists 'HKLM\Software\Microsoft\Windows\CurrentVersion\Uninstall\Cryptelle'
 check "the device host service is registered" reg_exists 'HKLM\System\CurrentControlSet\Services\pdevhost'
+
+# Opening an image the way the file manager does: the association's command starts the mount
+# dialog alone, on that image.
+mkdir -p "$prefix/drive_c/Images"
+head -c 8192 /dev/urandom >"$prefix/drive_c/Images/Work.qvi"
+"$wine_loader" start 'C:\Images\Work.qvi' </dev/null >/dev/null 2>&1
+# 1005 is the dialog's image path field.
+shown=$(timeout 60 "$wine_loader" "$probe" "Mount Virtual Disk Image" 1005 </dev/null 2>/dev/null | tr -d '\r')
+check "opening an image shows the mount dialog on it" test "$shown" = 'C:\Images\Work.qvi'
 
 # What the program leaves behind when it runs: its settings and the monitor's autostart.
 "$wine_loader" reg add 'HKCU\Software\Pellmora\Cryptelle\1.0' /v EnableMonitor /t REG_DWORD /d 1 /f >/dev/null 2>&1
