@@ -1,5 +1,6 @@
 #include "wizard/image_location.h"
 
+#include "dialogs/image_browse.h"
 #include "res/resource.h"
 #include "res/texts.h"
 #include "services/shell.h"
@@ -22,11 +23,8 @@ LocationCheck Refused(unsigned textId, unsigned captionId, std::u16string_view p
 
 FileDialogRequest NewImageSaveRequest(WindowRef owner, const std::u16string& currentPath)
 {
-  FileDialogRequest request;
-  request.owner = owner;
-  request.filter = LoadText(IDS_IMAGE_FILE_FILTER);
+  FileDialogRequest request = ImageBrowseRequest(owner, currentPath);
   request.flags = kNewImageBrowseFlags;
-  request.fileName = currentPath;
   return request;
 }
 
