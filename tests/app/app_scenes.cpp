@@ -4,15 +4,20 @@
 #include <windows.h>
 
 #include <array>
+#include <thread>
 
 #include "app/about_dlg_win.h"
 #include "app/main_frame_win.h"
+#include "app/operation_error.h"
+#include "app/password_prompts.h"
 #include "disklist/column_model.h"
 #include "res/resource.h"
+#include "res/texts.h"
 #include "settings/memory_store.h"
 #include "settings/settings_backend.h"
 #include "support/fake_device_host.h"
 #include "support/sample_disks.h"
+#include "system/wide_text_win.h"
 #include "tools/screenshot/screenshot_tool.h"
 #include "ui/strings.h"
 
@@ -78,9 +83,51 @@ HWND AboutBox()
   return window;
 }
 
-constexpr std::array<ScreenshotScene, 2> kScenes = {{
+// A prompt as the system shows it. The message box is modal, so it runs on a thread of its
+// own, and the scene is the box once it shows (found by its caption); the program ends with
+// the picture taken.
+HWND MessageBoxOf(const Prompt& prompt)
+{
+  static Prompt shown;
+  static std::u16string caption;
+  shown = prompt;
+  caption = LoadText(prompt.captionId);
+  std::thread([] { MessageBoxW(nullptr, Wide(shown.text), Wide(caption), shown.flags); }).detach();
+  for (int attempt = 0; attempt < 200; ++attempt) {
+    const HWND box = FindWindowW(L"#32770", Wide(caption));
+    if (box != nullptr && IsWindowVisible(box)) {
+      // The box's thread answers only once it waits in the box's message loop.
+      SendMessageTimeoutW(box, WM_NULL, 0, 0, SMTO_NORMAL, 2000, nullptr);
+      return box;
+    }
+    Sleep(25);
+  }
+  return nullptr;
+}
+
+constexpr char16_t kSampleImage[] = u"C:\\Users\\Ada\\Documents\\Work.qvi";
+
+HWND WrongPasswordMessage()
+{
+  return MessageBoxOf(MountFailure(0x4005000B, kSampleImage).prompt);
+}
+
+HWND AccessDeniedMessage()
+{
+  return MessageBoxOf(MountFailure(0x40000008, kSampleImage).prompt);
+}
+
+HWND PasswordMismatchMessage()
+{
+  return MessageBoxOf(PasswordMismatchPrompt());
+}
+
+constexpr std::array<ScreenshotScene, 5> kScenes = {{
     {L"main-window", MainWindow},
     {L"about-box", AboutBox},
+    {L"message-wrong-password", WrongPasswordMessage},
+    {L"message-access-denied", AccessDeniedMessage},
+    {L"message-password-mismatch", PasswordMismatchMessage},
 }};
 
 }  // namespace

@@ -4,6 +4,26 @@
 
 #include "ui/handles.h"
 
+namespace {
+
+BOOL CALLBACK NoteChildWaitingForPaint(HWND child, LPARAM waiting)
+{
+  if (!GetUpdateRect(child, nullptr, FALSE)) return TRUE;
+  *reinterpret_cast<bool*>(waiting) = true;
+  return FALSE;
+}
+
+// Whether `window` or one of its children has a part that is still to be painted.
+bool WaitsForPaint(HWND window)
+{
+  bool waiting = GetUpdateRect(window, nullptr, FALSE) != FALSE;
+  if (!waiting)
+    EnumChildWindows(window, NoteChildWaitingForPaint, reinterpret_cast<LPARAM>(&waiting));
+  return waiting;
+}
+
+}  // namespace
+
 bool CaptureWindow(HWND window, RgbImage& image)
 {
   RECT rect{};
@@ -16,6 +36,9 @@ bool CaptureWindow(HWND window, RgbImage& image)
   // window's DC gets them.
   RedrawWindow(window, nullptr, nullptr,
                RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW | RDW_ALLCHILDREN | RDW_FRAME);
+  // A window of another thread (a message box in its own modal loop) paints when that
+  // thread gets to it: wait for it, for two seconds at the most.
+  for (int wait = 0; wait < 200 && WaitsForPaint(window); ++wait) Sleep(10);
   const CWindowDc source(window, CWindowDc::Area::kWholeWindow);
   const CMemoryDc target(CreateCompatibleDC(source.Get()));
   BITMAPINFO info{};
