@@ -60,9 +60,8 @@ UINT RegisterMessage(const char16_t* name)
 
 }  // namespace
 
-int RunMainFrame(int showCommand)
+int RunMainFrame(CMessageLoop& loop, int showCommand)
 {
-  CMessageLoop loop;
   CMainFrame frame;
   const std::wstring title = LoadResourceString(IDR_MAINFRAME).substr(0, kTitleLength);
   if (frame.Create(title.c_str()) == nullptr) return 0;

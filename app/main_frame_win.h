@@ -19,10 +19,11 @@
 #include "ui/message_loop.h"
 
 // The interactive run: creates the main frame (title string 100, menu 100, at the system's
-// default place), shows it with `showCommand` and runs the thread's message loop with the
-// frame's accelerators (table 100), message filters and idle handlers until the frame is
-// destroyed. Returns the loop's exit code, or 0 when the frame cannot be created.
-int RunMainFrame(int showCommand);
+// default place), shows it with `showCommand` and runs `loop`, the thread's message loop that
+// the start-up made, with the frame's accelerators (table 100), message filters and idle
+// handlers until the frame is destroyed. Returns the loop's exit code, or 0 when the frame
+// cannot be created.
+int RunMainFrame(CMessageLoop& loop, int showCommand);
 
 class CMainFrame : public CFrameWindow, private CMessageFilter {
  public:

@@ -108,12 +108,12 @@ int RunApplication(const wchar_t* commandLine, int showCommand)
 
   SeedRandomFromCounter();
   // The thread's message loop object, current from here on: modeless windows of the mount
-  // flow join it; the main frame runs its own loop nested in it.
+  // flow join it, and the main frame runs it.
   CMessageLoop loop;
   SetupProcessLocale();
   if (mountMode) {
     RunMountMode(request.argument);
     return kExitOneShot;
   }
-  return RunMainFrame(showCommand);
+  return RunMainFrame(loop, showCommand);
 }

@@ -725,7 +725,7 @@ TEST_F(MainFrameTest, InteractiveRunShowsTheFrameUntilItIsClosed)
 {
   const UINT_PTR timer = SetTimer(nullptr, 0, 50, DriveRunningFrame);
   ASSERT_NE(timer, 0u);
-  EXPECT_EQ(RunMainFrame(SW_SHOWNORMAL), 0);
+  EXPECT_EQ(RunMainFrame(loop_, SW_SHOWNORMAL), 0);
   ASSERT_NE(runFrame, nullptr);
   EXPECT_FALSE(IsWindow(runFrame));
   // The first fill and the F5 refresh; the placement was saved at the end.
