@@ -15,14 +15,7 @@ class ClearImageDlgTest : public UiTest {
  protected:
   bool AskWith(ClearImageAnswers& answers, const std::function<void(HWND)>& script)
   {
-    bool ok = false;
-    RunModal(
-        [&] {
-          ok = dialog_.Ask(nullptr, answers);
-          return INT_PTR{0};
-        },
-        script);
-    return ok;
+    return AskModally(dialog_, answers, script);
   }
 
   CClearVirtualDiskImageDlg dialog_;

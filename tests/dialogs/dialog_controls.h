@@ -7,9 +7,12 @@
 #include <commctrl.h>
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <initializer_list>
 #include <string>
 #include <vector>
+
+#include "support/ui_harness.h"
 
 struct ControlSeen {
   int id;
@@ -93,3 +96,17 @@ class CTextAtDestroy {
     return DefSubclassProc(window, message, wParam, lParam);
   }
 };
+
+// Runs `dialog`'s Ask for `answers` modally with `script` driving it; Ask's answer.
+template <class Dialog, class Answers>
+bool AskModally(Dialog& dialog, Answers& answers, const std::function<void(HWND)>& script)
+{
+  bool ok = false;
+  RunModal(
+      [&] {
+        ok = dialog.Ask(nullptr, answers);
+        return INT_PTR{0};
+      },
+      script);
+  return ok;
+}

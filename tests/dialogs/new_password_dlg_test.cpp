@@ -22,17 +22,9 @@ const std::u16string kInvalidPassword = u"Invalid Password";
 
 class NewPasswordDlgTest : public UiTest {
  protected:
-  // Runs the dialog through Ask with `script` driving it.
   bool AskWith(NewPasswordAnswers& answers, const std::function<void(HWND)>& script)
   {
-    bool ok = false;
-    RunModal(
-        [&] {
-          ok = dialog_.Ask(nullptr, answers);
-          return INT_PTR{0};
-        },
-        script);
-    return ok;
+    return AskModally(dialog_, answers, script);
   }
 
   void ExpectPrompt(size_t index, const std::u16string& text, HWND owner)
