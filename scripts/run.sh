@@ -88,12 +88,15 @@ for port in range(int(sys.argv[1]), int(sys.argv[1]) + 100):
 if [ -z "$shot" ] && [ -n "${DISPLAY:-}" ] && xdotool getdisplaygeometry >/dev/null 2>&1; then
   served=
 else
-  number=$(($(free_port 6010) - 6000))
-  export DISPLAY=:$number
+  # Xvfb picks a display number no other server holds and writes it to the pipe once it
+  # accepts connections.
   mkdir -p "$run_dir"
-  Xvfb "$DISPLAY" -screen 0 1280x800x24 -nolisten tcp >"$run_dir/xvfb.log" 2>&1 &
+  exec {display_fd}<> <(:)
+  Xvfb -displayfd "$display_fd" -screen 0 1280x800x24 -nolisten tcp >"$run_dir/xvfb.log" 2>&1 &
   started+=($!)
-  for _ in $(seq 50); do xdotool getdisplaygeometry >/dev/null 2>&1 && break; sleep 0.1; done
+  read -r -t 30 -u "$display_fd" number || { say "the virtual display did not start"; cat "$run_dir/xvfb.log" >&2; exit 1; }
+  exec {display_fd}<&-
+  export DISPLAY=:$number
   openbox >"$run_dir/openbox.log" 2>&1 &
   started+=($!)
   served=yes
@@ -101,17 +104,17 @@ fi
 
 # The Wine prefix of the product: the X11 driver, the service running, the demo image.
 export WINEPREFIX=$prefix
-first_run=
-[ -f "$prefix/.ready" ] || first_run=yes
-wine_session_ensure "$prefix" 3600
-if [ -n "$first_run" ]; then
-  # The prefix was booted with the template's null driver; its desktop keeps the driver it
-  # started with, so the server starts again once the X11 driver is chosen.
-  "$wine_loader" reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d x11 /f >/dev/null 2>&1
-  "$wine_server" -k >/dev/null 2>&1 || true
+# The template's null driver becomes X11 in the prefix's registry file while no server
+# runs, so the very first boot already draws on the display (a prefix left behind by an
+# interrupted run is mended the same way).
+if ! grep -q '"Graphics"="x11"' "$prefix/user.reg" 2>/dev/null; then
+  wine_session_stop "$prefix"
   "$wine_server" -w >/dev/null 2>&1 || true
-  wine_session_ensure "$prefix" 3600
+  [ -f "$prefix/.ready" ] || wine_fresh_prefix "$prefix"
+  sed -i 's/^"Graphics"="null"$/"Graphics"="x11"/' "$prefix/user.reg"
+  grep -q '"Graphics"="x11"' "$prefix/user.reg" || { say "could not choose Wine's X11 driver"; exit 1; }
 fi
+wine_session_ensure "$prefix" 3600
 bash scripts/devhost-service.sh install "$bin/pdevhost.exe" >/dev/null
 bash scripts/devhost-service.sh start "$bin/pdevhost.exe" >/dev/null
 demo_file=$prefix/drive_c/demo/demo.qvi
@@ -145,14 +148,43 @@ wait_for_window() {
   return 1
 }
 
-if [ -n "$shot" ]; then
-  # The demo disk is mounted the way a user does it: the mount dialog, the password, OK.
+# Names the visible windows, for a failure's report.
+visible_windows() {
+  xdotool search --onlyvisible --name . 2>/dev/null | while read -r id; do
+    printf '"%s" ' "$(xdotool getwindowname "$id" 2>/dev/null)"
+  done
+}
+
+# Mounts the demo disk the way a user does: the mount dialog, the password typed, Enter.
+# Every wait is bounded: a program still running 30 seconds after Enter (a message box
+# instead of the mounted disk) is a failure.
+mount_demo() {
+  local pid dialog _
   "$wine_loader" "$bin/ctell.exe" /mount "$demo_image" &
-  started+=($!)
-  dialog=$(wait_for_window 'Mount Virtual Disk Image' 60) || { say "the mount dialog did not open"; exit 1; }
-  xdotool windowactivate --sync "$dialog" type --delay 20 "$demo_password"
+  pid=$!
+  started+=("$pid")
+  dialog=$(wait_for_window 'Mount Virtual Disk Image' 60) || {
+    say "the mount dialog did not open; visible: $(visible_windows)"
+    return 1
+  }
+  timeout 10 xdotool windowactivate --sync "$dialog" || say "the mount dialog was not activated"
+  xdotool type --delay 30 "$demo_password"
   xdotool key Return
-  wait "${started[-1]}" || true
+  for _ in $(seq 300); do
+    # The one-shot mount ends with the exit code -1 whatever its outcome.
+    kill -0 "$pid" 2>/dev/null || { wait "$pid" || true; return 0; }
+    sleep 0.1
+  done
+  say "ctell.exe /mount is still running; visible: $(visible_windows)"
+  return 1
+}
+
+if [ -n "$shot" ]; then
+  mount_demo || {
+    import -window root "${shot%.png}.failed.png" || true
+    say "the demo disk was not mounted; the screen is in ${shot%.png}.failed.png"
+    exit 1
+  }
 fi
 
 say "the demo image is $demo_image, its password \"$demo_password\""

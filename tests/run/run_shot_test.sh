@@ -7,7 +7,8 @@
 set -euo pipefail
 output=$1
 rm -f "$output"
-env -u DISPLAY bash "$(dirname "${BASH_SOURCE[0]}")/../../scripts/run.sh" --shot "$output"
+# Bounded below the test's own time limit, so that a stall ends with run.sh's report.
+env -u DISPLAY timeout 240 bash "$(dirname "${BASH_SOURCE[0]}")/../../scripts/run.sh" --shot "$output"
 [ "$(head -c 8 "$output" | od -An -tx1 | tr -d ' \n')" = "89504e470d0a1a0a" ] || {
   echo "run_shot_test: $output is not a PNG file" >&2
   exit 1
