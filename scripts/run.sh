@@ -114,6 +114,14 @@ if ! grep -q '"Graphics"="x11"' "$prefix/user.reg" 2>/dev/null; then
   sed -i 's/^"Graphics"="null"$/"Graphics"="x11"/' "$prefix/user.reg"
   grep -q '"Graphics"="x11"' "$prefix/user.reg" || { say "could not choose Wine's X11 driver"; exit 1; }
 fi
+# The reference device host maps a mounted disk's letter to a scratch folder of its own; it
+# ends with the wineserver at the end of a run without dismounting, so the letters and
+# folders it left are released before it starts again: the mount dialog then offers the
+# same free letters every run instead of one fewer each time.
+for drive in "$prefix"/dosdevices/?:; do
+  case $(readlink "$drive") in */Temp/pdevhost/*) rm -f "$drive" ;; esac
+done
+rm -rf "$prefix"/drive_c/users/*/Temp/pdevhost
 wine_session_ensure "$prefix" 3600
 bash scripts/devhost-service.sh install "$bin/pdevhost.exe" >/dev/null
 bash scripts/devhost-service.sh start "$bin/pdevhost.exe" >/dev/null
@@ -148,6 +156,16 @@ wait_for_window() {
   return 1
 }
 
+# Waits up to $2 seconds until the window $1 holds the keyboard focus.
+wait_for_focus() {
+  local _
+  for _ in $(seq $(($2 * 10))); do
+    [ "$(xdotool getwindowfocus 2>/dev/null)" = "$1" ] && return 0
+    sleep 0.1
+  done
+  return 1
+}
+
 # Names the visible windows, for a failure's report.
 visible_windows() {
   xdotool search --onlyvisible --name . 2>/dev/null | while read -r id; do
@@ -167,7 +185,13 @@ mount_demo() {
     say "the mount dialog did not open; visible: $(visible_windows)"
     return 1
   }
-  timeout 10 xdotool windowactivate --sync "$dialog" || say "the mount dialog was not activated"
+  # Keys typed before the window manager has given the dialog the keyboard focus are lost
+  # (the password then arrives without its first letters).
+  xdotool windowactivate "$dialog" 2>/dev/null || true
+  wait_for_focus "$dialog" 10 || {
+    say "the mount dialog did not get the keyboard focus"
+    return 1
+  }
   xdotool type --delay 30 "$demo_password"
   xdotool key Return
   for _ in $(seq 300); do
