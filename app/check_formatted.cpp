@@ -3,7 +3,6 @@
 #include <string>
 
 #include "app/directory_probe.h"
-#include "app/prompt.h"
 #include "res/resource.h"
 #include "services/shell.h"
 
@@ -16,15 +15,18 @@ char16_t UpperCase(char16_t letter)
 
 bool FormattedAtUsersRequest(WindowRef owner, char16_t letter)
 {
-  const Prompt question =
-      MakePrompt(IDS_FORMAT_DISK_NOW, IDS_NEEDS_FORMATTING_CAPTION, kPromptQuestion, {letter});
-  if (ShowPrompt(owner, question) != kIdYes) return false;
+  if (ShowPrompt(owner, FormatDiskPrompt(letter)) != kIdYes) return false;
   const uint32_t result =
       ShellFormatDrive(owner, static_cast<unsigned>(letter - u'A'), kShFmtIdDefault, kShFmtOptFull);
   return result != kShFmtError && result != kShFmtCancel && result != kShFmtNoFormat;
 }
 
 }  // namespace
+
+Prompt FormatDiskPrompt(char16_t letter)
+{
+  return MakePrompt(IDS_FORMAT_DISK_NOW, IDS_NEEDS_FORMATTING_CAPTION, kPromptQuestion, {letter});
+}
 
 bool CheckFormatted(WindowRef owner, char16_t letter)
 {

@@ -3,6 +3,7 @@
 // the volume.
 #pragma once
 
+#include "app/prompt.h"
 #include "services/window_ref.h"
 
 // Probes the root of drive `letter` (a to z upper-cased first): access denied means a formatted
@@ -12,3 +13,7 @@
 // gives true. Everything else, the answer No and the already-exists error included, gives
 // false: the drive is not to be opened.
 bool CheckFormatted(WindowRef owner, char16_t letter);
+
+// The question for an unformatted drive: "Virtual disk %c: is not formatted..." with the
+// drive's letter, under "Virtual Disk Needs Formatting", Yes and No.
+Prompt FormatDiskPrompt(char16_t letter);

@@ -2,18 +2,11 @@
 
 #include <functional>
 
-#include "app/prompt.h"
+#include "app/dismount_prompts.h"
 #include "devhost/device_host_api.h"
-#include "res/resource.h"
 #include "settings/options.h"
 
 namespace {
-
-void ReportDismountFailure(WindowRef owner, StatusCode status)
-{
-  ShowPrompt(owner,
-             MakePrompt(IDS_OPERATION_FAILED, IDS_CANNOT_DISMOUNT_CAPTION, kPromptError, {status}));
-}
 
 bool UserAgrees(WindowRef owner, const Prompt& question)
 {
@@ -27,12 +20,10 @@ void DismountAskingWhenInUse(WindowRef owner, const std::u16string& mountPoint, 
 {
   StatusCode status = dismount(forced);
   if (status == kDevVolumeInUse) {
-    const Prompt question =
-        MakePrompt(IDS_DISK_IN_USE, IDS_WARNING_CAPTION, kPromptQuestion, {mountPoint});
-    if (!UserAgrees(owner, question)) return;
+    if (!UserAgrees(owner, DiskInUsePrompt(mountPoint))) return;
     status = dismount(1);
   }
-  if (IsFailure(status)) ReportDismountFailure(owner, status);
+  if (IsFailure(status)) ShowPrompt(owner, DismountFailure(status));
 }
 
 }  // namespace
@@ -45,13 +36,10 @@ void DismountAllFlow(WindowRef owner, uint32_t forced)
   if (status == kDevVolumeInUse) {
     uint32_t ignoreOpenFiles = 0;
     ReadIgnoreOpenFiles(&ignoreOpenFiles);
-    if (ignoreOpenFiles == 0 && !UserAgrees(owner, MakePrompt(IDS_DISKS_IN_USE, IDS_WARNING_CAPTION,
-                                                              kPromptQuestion, {}))) {
-      return;
-    }
+    if (ignoreOpenFiles == 0 && !UserAgrees(owner, DisksInUsePrompt())) return;
     status = host.DismountAll(1);
   }
-  if (IsFailure(status)) ReportDismountFailure(owner, status);
+  if (IsFailure(status)) ShowPrompt(owner, DismountFailure(status));
 }
 
 void DismountMountPointFlow(WindowRef owner, const std::u16string& mountPoint, uint32_t forced)

@@ -2,11 +2,15 @@
 
 #include <string>
 
-#include "app/prompt.h"
 #include "res/resource.h"
 #include "services/process.h"
 #include "settings/autostart.h"
 #include "settings/options.h"
+
+Prompt MonitorStartFailure(std::u16string_view systemText)
+{
+  return MakePrompt(IDS_CANNOT_START_MONITOR, IDS_ERROR_CAPTION, kPromptError, {systemText});
+}
 
 void StartMonitor(WindowRef owner)
 {
@@ -19,7 +23,6 @@ void StartMonitor(WindowRef owner)
   request.desktop = u"";
   std::u16string failureText;
   if (IsFailure(StartProcess(request, &failureText))) {
-    ShowPrompt(owner, MakePrompt(IDS_CANNOT_START_MONITOR, IDS_ERROR_CAPTION, kPromptError,
-                                 {failureText}));
+    ShowPrompt(owner, MonitorStartFailure(failureText));
   }
 }

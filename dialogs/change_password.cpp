@@ -1,12 +1,15 @@
 #include "dialogs/change_password.h"
 
-#include "app/prompt.h"
 #include "app/show_operation_error.h"
 #include "dialogs/header_key.h"
 #include "image/image.h"
 #include "res/resource.h"
-#include "res/texts.h"
 #include "system/wipe.h"
+
+Prompt PasswordChangedPrompt()
+{
+  return MakePrompt(IDS_PASSWORD_CHANGED, IDS_OPERATION_COMPLETE_CAPTION, kPromptInformation, {});
+}
 
 NewPasswordAnswers::~NewPasswordAnswers()
 {
@@ -38,8 +41,7 @@ void ChangePasswordCommand(WindowRef owner, CNewPasswordInput& input)
   const StatusCode status =
       ChangeImagePassword(answers.path, answers.oldPassword, answers.newPassword);
   if (!IsFailure(status)) {
-    ShowPrompt(owner, Prompt{IDS_PASSWORD_CHANGED, LoadText(IDS_PASSWORD_CHANGED),
-                             IDS_OPERATION_COMPLETE_CAPTION, kPromptInformation});
+    ShowPrompt(owner, PasswordChangedPrompt());
     return;
   }
   const OperationErrorChoice failure = ChangePasswordFailure(status, answers.path);

@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "app/prompt.h"
 #include "services/window_ref.h"
 #include "system/status.h"
 
@@ -45,3 +46,7 @@ StatusCode ChangeImagePassword(const std::u16string& path, std::u16string_view o
 // message under "Cannot Change Password". A Retry shows the same message again; the steps
 // are not repeated. Cancel in the dialog does nothing.
 void ChangePasswordCommand(WindowRef owner, CNewPasswordInput& input);
+
+// The completion: "Virtual disk image password has been successfuly changed." under
+// "Operation Complete".
+Prompt PasswordChangedPrompt();

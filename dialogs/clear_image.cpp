@@ -1,19 +1,12 @@
 #include "dialogs/clear_image.h"
 
 #include "app/clear_image.h"
-#include "app/prompt.h"
 #include "app/show_operation_error.h"
 #include "dialogs/header_key.h"
 #include "res/resource.h"
-#include "res/texts.h"
 #include "system/wipe.h"
 
 namespace {
-
-Prompt Message(unsigned textId, unsigned captionId, uint32_t flags)
-{
-  return Prompt{textId, LoadText(textId), captionId, flags};
-}
 
 // Asks before a long clear: "No" cancels.
 StatusCode ConfirmLongClear(WindowRef owner, const ImageHandle* image)
@@ -23,8 +16,7 @@ StatusCode ConfirmLongClear(WindowRef owner, const ImageHandle* image)
   const StatusCode status = ImgGetProperties(image, &properties);
   if (IsFailure(status)) return status;
   if (!ClearTakesLong((properties.flags & kCreateFixed) != 0, properties.capacity)) return status;
-  const Prompt question = Message(IDS_CLEAR_TAKES_LONG, IDS_WARNING_CAPTION, kPromptQuestion);
-  return ShowPrompt(owner, question) == kIdYes ? status : kImgCancelled;
+  return ShowPrompt(owner, LongClearPrompt()) == kIdYes ? status : kImgCancelled;
 }
 
 StatusCode ClearImage(WindowRef owner, const ClearImageAnswers& answers,
@@ -46,6 +38,16 @@ StatusCode ClearImage(WindowRef owner, const ClearImageAnswers& answers,
 
 }  // namespace
 
+Prompt LongClearPrompt()
+{
+  return MakePrompt(IDS_CLEAR_TAKES_LONG, IDS_WARNING_CAPTION, kPromptQuestion, {});
+}
+
+Prompt ImageClearedPrompt()
+{
+  return MakePrompt(IDS_IMAGE_CLEARED, IDS_OPERATION_COMPLETE_CAPTION, kPromptInformation, {});
+}
+
 ClearImageAnswers::~ClearImageAnswers()
 {
   WipeText(password);
@@ -57,8 +59,7 @@ void ClearImageCommand(WindowRef owner, CClearImageInput& input, CClearProgressR
   if (!input.Ask(owner, answers)) return;
   const StatusCode status = ClearImage(owner, answers, progress);
   if (!IsFailure(status)) {
-    ShowPrompt(owner,
-               Message(IDS_IMAGE_CLEARED, IDS_OPERATION_COMPLETE_CAPTION, kPromptInformation));
+    ShowPrompt(owner, ImageClearedPrompt());
     return;
   }
   const std::optional<OperationErrorChoice> failure = ClearFailure(status, answers.path);

@@ -5,6 +5,7 @@
 
 #include <string>
 
+#include "app/prompt.h"
 #include "image/image.h"
 #include "services/window_ref.h"
 #include "system/status.h"
@@ -50,3 +51,10 @@ class CClearProgressRun {
 // or in the progress dialog), otherwise the failure's message under "Error", shown again
 // while the user chooses Retry (the steps are not repeated).
 void ClearImageCommand(WindowRef owner, CClearImageInput& input, CClearProgressRun& progress);
+
+// The question before a long clear: "Clearing virtual disk image may take long time to
+// complete..." under "Warning", Yes and No.
+Prompt LongClearPrompt();
+
+// The completion: "Virtual disk image has been cleared." under "Operation Complete".
+Prompt ImageClearedPrompt();

@@ -77,7 +77,7 @@ int COptionsDlg::CMonitorPage::OnApply()
   const HotKeyCombination pressed = CHotKeyCtrl(Item(IDC_OPTION_HOT_KEY)).HotKey();
   const uint32_t hotKey = HotKeyFromControl(MAKEWORD(pressed.virtualKey, pressed.modifiers));
   if (ApplyMonitorPage(fields_, hotKey, hwnd_, *this) == MonitorApplyResult::kHotKeyTaken) {
-    ShowPrompt(hwnd_, MakePrompt(IDS_HOT_KEY_TAKEN, IDS_ERROR_CAPTION, kPromptError, {}));
+    ShowPrompt(hwnd_, HotKeyTakenPrompt());
     return PSNRET_INVALID;
   }
   return PSNRET_NOERROR;

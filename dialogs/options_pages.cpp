@@ -1,6 +1,7 @@
 #include "dialogs/options_pages.h"
 
 #include "app/monitor_control.h"
+#include "res/resource.h"
 #include "settings/autostart.h"
 #include "settings/hot_key.h"
 
@@ -32,6 +33,11 @@ MonitorPageFields LoadMonitorPage()
     fields.enableMonitor = 1;
   }
   return fields;
+}
+
+Prompt HotKeyTakenPrompt()
+{
+  return MakePrompt(IDS_HOT_KEY_TAKEN, IDS_ERROR_CAPTION, kPromptError, {});
 }
 
 MonitorApplyResult ApplyMonitorPage(const MonitorPageFields& fields, uint32_t hotKey,

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 
+#include "app/prompt.h"
 #include "services/window_ref.h"
 #include "settings/options.h"
 #include "settings/recent_images.h"
@@ -55,8 +56,12 @@ class CMonitorPageSystem {
 
 enum class MonitorApplyResult {
   kSaved,
-  kHotKeyTaken,  // nothing was written; the page stays
+  kHotKeyTaken,  // nothing was written; the page stays and shows HotKeyTakenPrompt
 };
+
+// "Key combination assigned to emergency hot key is used by another application..." under
+// "Error".
+Prompt HotKeyTakenPrompt();
 
 // Applies the page with its boxes in `fields` and the control's hot key in stored form.
 // A hot key that differs from the opening one (a cleared one included) must be free, else

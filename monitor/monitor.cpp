@@ -1,7 +1,6 @@
 #include "monitor/monitor.h"
 
 #include "app/dismount_flows.h"
-#include "app/prompt.h"
 #include "res/format_text.h"
 #include "res/resource.h"
 #include "res/texts.h"
@@ -18,6 +17,11 @@ std::u16string MonitorTipText(const std::vector<MountedDisk>& disks)
     mountPoints += disk.mountPoint;
   }
   return FormatText(LoadText(IDS_MONITOR_MOUNTED_DISKS), {mountPoints});
+}
+
+Prompt ProgramStartFailure(std::u16string_view systemText)
+{
+  return MakePrompt(IDS_CANNOT_START_PROGRAM, IDS_ERROR_CAPTION, kPromptError, {systemText});
 }
 
 void CMonitor::Start()
@@ -119,8 +123,7 @@ void CMonitor::OpenProgram()
     status = StartProcess(request, &failureText);
   }
   if (IsFailure(status)) {
-    ShowPrompt(system_.Owner(), MakePrompt(IDS_CANNOT_START_PROGRAM, IDS_ERROR_CAPTION,
-                                           kPromptError, {failureText}));
+    ShowPrompt(system_.Owner(), ProgramStartFailure(failureText));
   }
 }
 

@@ -6,9 +6,11 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "app/instance_names.h"
+#include "app/prompt.h"
 #include "devhost/device_host_api.h"
 #include "services/window_ref.h"
 #include "settings/options.h"
@@ -51,6 +53,10 @@ class CMonitorSystem {
 
 // The tray tip naming the mounted disks by their mount points.
 std::u16string MonitorTipText(const std::vector<MountedDisk>& disks);
+
+// The tray menu's "open" when Cryptelle cannot be started: "Unable to start Cryptelle."
+// followed by the system's text for the error, under "Error".
+Prompt ProgramStartFailure(std::u16string_view systemText);
 
 class CMonitor {
  public:

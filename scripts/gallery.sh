@@ -50,7 +50,7 @@ render_all "$large_prefix" docs/screenshots/144dpi
 {
   echo "# Cryptelle in pictures"
   echo
-  echo "Every window of the program in the order a user meets it, made by"
+  echo "Every window and message of the program in the order a user meets it, made by"
   echo "\`bash scripts/gallery.sh\` from the screenshot scenes listed in \`docs/gallery.list\`."
   echo "The same pictures at 144 DPI (150 %) are in [screenshots/144dpi](screenshots/144dpi/)."
   while read -r program scene caption; do

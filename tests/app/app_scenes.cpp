@@ -1,13 +1,17 @@
 // The screenshot program of the main frame: the main window with four mounted disks from a
-// scripted device host, one selected, and the status bar showing a menu item's prompt; and
-// the About box.
+// scripted device host, one selected, and the status bar showing a menu item's prompt; the
+// About box; and the application shell's messages as the system shows them: a failed
+// mount, the format question, the monitor that cannot start, the password fields' messages
+// and the dismount flows' questions and failure.
 #include <windows.h>
 
 #include <array>
-#include <thread>
 
 #include "app/about_dlg_win.h"
+#include "app/check_formatted.h"
+#include "app/dismount_prompts.h"
 #include "app/main_frame_win.h"
+#include "app/monitor_control.h"
 #include "app/operation_error.h"
 #include "app/password_prompts.h"
 #include "disklist/column_model.h"
@@ -16,8 +20,8 @@
 #include "settings/memory_store.h"
 #include "settings/settings_backend.h"
 #include "support/fake_device_host.h"
+#include "support/message_box_scene_win.h"
 #include "support/sample_disks.h"
-#include "system/wide_text_win.h"
 #include "tools/screenshot/screenshot_tool.h"
 #include "ui/strings.h"
 
@@ -83,38 +87,57 @@ HWND AboutBox()
   return window;
 }
 
-// A prompt as the system shows it. The message box is modal, so it runs on a thread of its
-// own, and the scene is the box once it shows (found by its caption); the program ends with
-// the picture taken.
-HWND MessageBoxOf(const Prompt& prompt)
-{
-  static Prompt shown;
-  static std::u16string caption;
-  shown = prompt;
-  caption = LoadText(prompt.captionId);
-  std::thread([] { MessageBoxW(nullptr, Wide(shown.text), Wide(caption), shown.flags); }).detach();
-  for (int attempt = 0; attempt < 200; ++attempt) {
-    const HWND box = FindWindowW(L"#32770", Wide(caption));
-    if (box != nullptr && IsWindowVisible(box)) {
-      // The box's thread answers only once it waits in the box's message loop.
-      SendMessageTimeoutW(box, WM_NULL, 0, 0, SMTO_NORMAL, 2000, nullptr);
-      return box;
-    }
-    Sleep(25);
-  }
-  return nullptr;
-}
-
 constexpr char16_t kSampleImage[] = u"C:\\Users\\Ada\\Documents\\Work.qvi";
 
+// The messages of a failed mount.
 HWND WrongPasswordMessage()
 {
-  return MessageBoxOf(MountFailure(0x4005000B, kSampleImage).prompt);
+  return MessageBoxOf(MountFailure(kImgWrongPassword, kSampleImage).prompt);
 }
 
 HWND AccessDeniedMessage()
 {
-  return MessageBoxOf(MountFailure(0x40000008, kSampleImage).prompt);
+  return MessageBoxOf(MountFailure(kSysAccessDenied, kSampleImage).prompt);
+}
+
+HWND VolumeMissingMessage()
+{
+  return MessageBoxOf(MountFailure(kImgVolumeMissing, kSampleImage).prompt);
+}
+
+HWND NoDriverConnectionMessage()
+{
+  return MessageBoxOf(MountFailure(kDevUnreachable, kSampleImage).prompt);
+}
+
+// The device host's service is not installed, so it cannot be started.
+HWND CannotStartDriverMessage()
+{
+  return MessageBoxOf(DeviceHostStartFailure(kSysServiceDoesNotExist, IDS_CANNOT_MOUNT_CAPTION));
+}
+
+// A code the program does not word itself: the mount's own text with the code.
+HWND CannotMountMessage()
+{
+  return MessageBoxOf(MountFailure(kDevInvalidParameter, kSampleImage).prompt);
+}
+
+// After a mount.
+HWND FormatDiskQuestion()
+{
+  return MessageBoxOf(FormatDiskPrompt(u'P'));
+}
+
+HWND CannotStartMonitorMessage()
+{
+  return MessageBoxOf(MonitorStartFailure(u"The system cannot find the file specified.\r\n"));
+}
+
+// The password fields' messages (the wizard's password page, the change-password and clear
+// dialogs).
+HWND EnterPasswordMessage()
+{
+  return MessageBoxOf(EnterPasswordPrompt());
 }
 
 HWND PasswordMismatchMessage()
@@ -122,12 +145,39 @@ HWND PasswordMismatchMessage()
   return MessageBoxOf(PasswordMismatchPrompt());
 }
 
-constexpr std::array<ScreenshotScene, 5> kScenes = {{
+// The dismount flows' messages.
+HWND DiskInUseQuestion()
+{
+  return MessageBoxOf(DiskInUsePrompt(u"P:"));
+}
+
+HWND DisksInUseQuestion()
+{
+  return MessageBoxOf(DisksInUsePrompt());
+}
+
+// Dismounting a mount point while the device host is not running.
+HWND DismountFailedMessage()
+{
+  return MessageBoxOf(DismountFailure(kDevNotRunning));
+}
+
+constexpr std::array<ScreenshotScene, 15> kScenes = {{
     {L"main-window", MainWindow},
     {L"about-box", AboutBox},
     {L"message-wrong-password", WrongPasswordMessage},
     {L"message-access-denied", AccessDeniedMessage},
+    {L"message-volume-missing", VolumeMissingMessage},
+    {L"message-no-driver-connection", NoDriverConnectionMessage},
+    {L"message-cannot-start-driver", CannotStartDriverMessage},
+    {L"message-cannot-mount", CannotMountMessage},
+    {L"message-format-disk", FormatDiskQuestion},
+    {L"message-cannot-start-monitor", CannotStartMonitorMessage},
+    {L"message-enter-password", EnterPasswordMessage},
     {L"message-password-mismatch", PasswordMismatchMessage},
+    {L"message-disk-in-use", DiskInUseQuestion},
+    {L"message-disks-in-use", DisksInUseQuestion},
+    {L"message-dismount-failed", DismountFailedMessage},
 }};
 
 }  // namespace

@@ -67,4 +67,13 @@ TEST_F(CheckFormattedTest, UnrecognisedVolumeOutsideAToZAsksNothing)
   EXPECT_TRUE(shell.Calls().empty());
 }
 
+TEST(FormatDiskPrompt, NamesTheLetterAndAsksYesOrNo)
+{
+  EXPECT_EQ(FormatDiskPrompt(u'Q'),
+            (Prompt{40049,
+                    u"Virtual disk Q: is not formatted. You need to format it before using.\n\n"
+                    u"Would you like to format it now?",
+                    40048, kMbYesNo | kMbIconExclamation}));
+}
+
 }  // namespace

@@ -59,4 +59,11 @@ TEST_F(MonitorControlTest, FailureShowsTheSystemsTextForTheError)
   EXPECT_EQ(prompts.Prompts()[0].flags, 0x10u);
 }
 
+TEST(MonitorStartFailure, FollowsTheTextWithTheSystemsText)
+{
+  EXPECT_EQ(MonitorStartFailure(u"Access is denied.\r\n"),
+            (Prompt{40059, u"Unable to start Cryptelle Monitor.\nAccess is denied.\r\n", 40035,
+                    kMbOk | kMbIconError}));
+}
+
 }  // namespace

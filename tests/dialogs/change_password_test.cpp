@@ -222,3 +222,10 @@ TEST_F(ChangePasswordFlow, CancelDoesNothing)
   EXPECT_TRUE(boxes.Prompts().empty());
   EXPECT_EQ(OpenWithPassword(path_, u"old secret"), kStatusSuccess);
 }
+
+TEST(PasswordChangedPrompt, IsAnInformation)
+{
+  EXPECT_EQ(PasswordChangedPrompt(),
+            (Prompt{40097, u"Virtual disk image password has been successfuly changed.", 40096,
+                    kMbOk | kMbIconInformation}));
+}

@@ -221,3 +221,15 @@ TEST_F(ClearCommand, FixedImageOfExactly256MegabytesIsQuestioned)
   EXPECT_EQ(boxes.Prompts()[0].text, kLongQuestion);
   EXPECT_EQ(boxes.Prompts()[1].text, u"Virtual disk image has been cleared.");
 }
+
+TEST(ClearImagePrompts, LongClearAsksYesOrNo)
+{
+  EXPECT_EQ(LongClearPrompt(),
+            (Prompt{40051, kLongQuestion, 40017, kMbYesNo | kMbIconExclamation}));
+}
+
+TEST(ClearImagePrompts, ClearedIsAnInformation)
+{
+  EXPECT_EQ(ImageClearedPrompt(), (Prompt{40095, u"Virtual disk image has been cleared.", 40096,
+                                          kMbOk | kMbIconInformation}));
+}

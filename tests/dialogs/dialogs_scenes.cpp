@@ -1,13 +1,18 @@
 // The screenshot program of the dialogs: each dialog filled with sample data (the properties
 // dialog with a sample disk, the options sheet with sample settings in memory), and the
-// clearing progress dialog part-way through a clear.
+// clearing progress dialog part-way through a clear; and the messages of the change-password
+// and clear commands and of the Monitor page as the system shows them.
 #include <windows.h>
 
 #include <commctrl.h>
 
 #include <array>
 
+#include "app/operation_error.h"
+#include "dialogs/change_password.h"
+#include "dialogs/clear_image.h"
 #include "dialogs/clear_image_dlg_win.h"
+#include "dialogs/clear_progress.h"
 #include "dialogs/clear_progress_dlg_win.h"
 #include "dialogs/disk_properties_dlg_win.h"
 #include "dialogs/mount_dialog_win.h"
@@ -17,6 +22,7 @@
 #include "settings/memory_store.h"
 #include "settings/options.h"
 #include "settings/settings_backend.h"
+#include "support/message_box_scene_win.h"
 #include "system/clock.h"
 #include "system/wide_text_win.h"
 #include "tools/screenshot/screenshot_tool.h"
@@ -139,7 +145,77 @@ HWND OptionsMonitor()
   return Options(1);
 }
 
-constexpr std::array<ScreenshotScene, 7> kScenes = {{
+// The change-password command's messages.
+HWND PasswordChangedMessage()
+{
+  return MessageBoxOf(PasswordChangedPrompt());
+}
+
+HWND ChangePasswordWrongPasswordMessage()
+{
+  return MessageBoxOf(ChangePasswordFailure(kImgWrongPassword, Utf16(kSamplePath)).prompt);
+}
+
+// The image is mounted: the device host holds it open.
+HWND ChangePasswordAccessDeniedMessage()
+{
+  return MessageBoxOf(ChangePasswordFailure(kSysAccessDenied, Utf16(kSamplePath)).prompt);
+}
+
+HWND ChangePasswordVolumeMissingMessage()
+{
+  return MessageBoxOf(ChangePasswordFailure(kImgVolumeMissing, Utf16(kSamplePath)).prompt);
+}
+
+// A code the program does not word itself: the command's own text with the code.
+HWND CannotChangePasswordMessage()
+{
+  return MessageBoxOf(ChangePasswordFailure(kSysWriteProtected, Utf16(kSamplePath)).prompt);
+}
+
+// The clear command's messages.
+HWND ClearTakesLongQuestion()
+{
+  return MessageBoxOf(LongClearPrompt());
+}
+
+HWND CancelClearQuestion()
+{
+  return MessageBoxOf(CancelClearPrompt());
+}
+
+HWND ImageClearedMessage()
+{
+  return MessageBoxOf(ImageClearedPrompt());
+}
+
+HWND ClearWrongPasswordMessage()
+{
+  return MessageBoxOf(ClearFailure(kImgWrongPassword, Utf16(kSamplePath))->prompt);
+}
+
+HWND ClearAccessDeniedMessage()
+{
+  return MessageBoxOf(ClearFailure(kSysAccessDenied, Utf16(kSamplePath))->prompt);
+}
+
+HWND ClearVolumeMissingMessage()
+{
+  return MessageBoxOf(ClearFailure(kImgVolumeMissing, Utf16(kSamplePath))->prompt);
+}
+
+HWND ClearFailedMessage()
+{
+  return MessageBoxOf(ClearFailure(kSysWriteFault, Utf16(kSamplePath))->prompt);
+}
+
+// The Monitor page applied with a hot key that another program holds.
+HWND HotKeyTakenMessage()
+{
+  return MessageBoxOf(HotKeyTakenPrompt());
+}
+
+constexpr std::array<ScreenshotScene, 20> kScenes = {{
     {L"mount-dialog", MountDialog},
     {L"change-password", ChangePassword},
     {L"clear-image", ClearImage},
@@ -147,6 +223,19 @@ constexpr std::array<ScreenshotScene, 7> kScenes = {{
     {L"properties", Properties},
     {L"options-general", OptionsGeneral},
     {L"options-monitor", OptionsMonitor},
+    {L"message-password-changed", PasswordChangedMessage},
+    {L"message-change-password-wrong-password", ChangePasswordWrongPasswordMessage},
+    {L"message-change-password-access-denied", ChangePasswordAccessDeniedMessage},
+    {L"message-change-password-volume-missing", ChangePasswordVolumeMissingMessage},
+    {L"message-cannot-change-password", CannotChangePasswordMessage},
+    {L"message-clear-takes-long", ClearTakesLongQuestion},
+    {L"message-cancel-clear", CancelClearQuestion},
+    {L"message-image-cleared", ImageClearedMessage},
+    {L"message-clear-wrong-password", ClearWrongPasswordMessage},
+    {L"message-clear-access-denied", ClearAccessDeniedMessage},
+    {L"message-clear-volume-missing", ClearVolumeMissingMessage},
+    {L"message-clear-failed", ClearFailedMessage},
+    {L"message-hot-key-taken", HotKeyTakenMessage},
 }};
 
 }  // namespace

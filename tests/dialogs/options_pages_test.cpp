@@ -82,6 +82,15 @@ class OptionsPagesTest : public testing::Test {
   SettingsBackend* previous_;
 };
 
+TEST(HotKeyTakenPrompt, AsksForAnotherCombination)
+{
+  EXPECT_EQ(HotKeyTakenPrompt(),
+            (Prompt{40058,
+                    u"Key combination assigned to emergency hot key is used by another "
+                    u"application.\nPlease use another key combination.",
+                    40035, kMbOk | kMbIconError}));
+}
+
 }  // namespace
 
 TEST_F(OptionsPagesTest, GeneralPageWithoutValuesShowsOnlyInvisibleChecked)

@@ -1,12 +1,14 @@
 // The screenshot program of the monitor: its tray menu as it opens. The menu exists only
 // inside the system's menu loop, so the scene opens it, captures the menu's window when the
 // loop first waits, ends the loop, and shows that picture in a window of its own for the
-// screenshot tool.
+// screenshot tool. And the monitor's message box as the system shows it.
 #include <windows.h>
 
 #include <array>
 
+#include "monitor/monitor.h"
 #include "monitor/monitor_window_win.h"
+#include "support/message_box_scene_win.h"
 #include "tools/screenshot/capture.h"
 #include "tools/screenshot/screenshot_tool.h"
 
@@ -73,8 +75,15 @@ HWND TrayMenu()
                            static_cast<int>(menuPicture.height));
 }
 
-constexpr std::array<ScreenshotScene, 1> kScenes = {{
+// The tray menu's "open" when Cryptelle cannot be started.
+HWND CannotStartProgramMessage()
+{
+  return MessageBoxOf(ProgramStartFailure(u"The system cannot find the file specified.\r\n"));
+}
+
+constexpr std::array<ScreenshotScene, 2> kScenes = {{
     {L"monitor-tray-menu", TrayMenu},
+    {L"message-cannot-start-program", CannotStartProgramMessage},
 }};
 
 }  // namespace

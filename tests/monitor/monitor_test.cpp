@@ -321,4 +321,11 @@ TEST_F(MonitorTest, OpenThatCannotStartTheProgramSaysWhy)
   EXPECT_EQ(prompts.Prompts()[0].flags, 0x10u);
 }
 
+TEST(ProgramStartFailure, FollowsTheTextWithTheSystemsText)
+{
+  EXPECT_EQ(ProgramStartFailure(u"Access is denied.\r\n"),
+            (Prompt{40406, u"Unable to start Cryptelle.\nAccess is denied.\r\n", 40035,
+                    kMbOk | kMbIconError}));
+}
+
 }  // namespace

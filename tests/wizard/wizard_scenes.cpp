@@ -1,22 +1,30 @@
 // The screenshot program of the new image wizard: each page as the user sees it, filled with
 // sample choices (scripts/screenshot.sh --program wizard_scenes SCENE OUT.png); the progress
-// page part-way and while the file system is written.
+// page part-way and while the file system is written; and the location page's and the
+// creation's messages as the system shows them.
 #include <windows.h>
 
 #include <commctrl.h>
 
 #include <array>
+#include <optional>
+#include <string_view>
 
 #include "app/size_units.h"
 #include "crypto/cipher.h"
 #include "res/resource.h"
+#include "support/message_box_scene_win.h"
 #include "system/clock.h"
 #include "tools/screenshot/screenshot_tool.h"
+#include "wizard/creation_failure.h"
 #include "wizard/creation_thread_win.h"
+#include "wizard/image_location.h"
 #include "wizard/new_image_wizard_win.h"
 #include "wizard/progress_page_win.h"
 
 namespace {
+
+constexpr char16_t kSampleImage[] = u"C:\\Users\\Anna\\Documents\\Work disk.qvi";
 
 // The wizard opened on page `index`; `fill` puts sample texts into that page.
 HWND Wizard(int index, void (*fill)(HWND page) = nullptr)
@@ -27,7 +35,7 @@ HWND Wizard(int index, void (*fill)(HWND page) = nullptr)
   request.fixedSize = 1;
   request.algorithm = 0;
   request.keyBits = 256;
-  request.path = u"C:\\Users\\Anna\\Documents\\Work disk.qvi";
+  request.path = kSampleImage;
   wizard.SetStartPage(static_cast<UINT>(index));
   const HWND sheet = wizard.Create(nullptr);
   if (sheet != nullptr && fill != nullptr) fill(wizard.ActivePageWindow());
@@ -116,7 +124,64 @@ HWND ProgressFormatting()
   return sheet;
 }
 
-constexpr std::array<ScreenshotScene, 8> kScenes = {{
+// The location page's messages for Next.
+HWND LocationMessage(std::u16string_view path)
+{
+  const LocationCheck check = CheckImageLocation(path);
+  return check.prompt ? MessageBoxOf(*check.prompt) : nullptr;
+}
+
+HWND EnterImagePathMessage()
+{
+  return LocationMessage(u"");
+}
+
+HWND FullPathNeededMessage()
+{
+  return LocationMessage(u"Work disk.qvi");
+}
+
+// A folder on a drive that does not exist cannot be prepared.
+HWND CannotCreateFolderMessage()
+{
+  return LocationMessage(u"Q:\\Disks\\Work disk.qvi");
+}
+
+// The progress page's messages when the creation failed.
+HWND CreationFailureMessage(StatusCode status)
+{
+  const std::optional<Prompt> failure = CreationFailure(status, kSampleImage);
+  return failure ? MessageBoxOf(*failure) : nullptr;
+}
+
+HWND CreateAccessDeniedMessage()
+{
+  return CreationFailureMessage(kSysAccessDenied);
+}
+
+HWND CreateWriteFaultMessage()
+{
+  return CreationFailureMessage(kSysWriteFault);
+}
+
+HWND CreateDiskFullMessage()
+{
+  return CreationFailureMessage(kSysDiskFull);
+}
+
+HWND CreateNoPrivilegeMessage()
+{
+  return CreationFailureMessage(kSysCannotCreate);
+}
+
+// A code the wizard does not word itself, here the device host out of reach for the new
+// disk's temporary mount.
+HWND CreationFailedMessage()
+{
+  return CreationFailureMessage(kDevUnreachable);
+}
+
+constexpr std::array<ScreenshotScene, 16> kScenes = {{
     {L"wizard-welcome", Welcome},
     {L"wizard-capacity", Capacity},
     {L"wizard-encryption", Encryption},
@@ -125,6 +190,14 @@ constexpr std::array<ScreenshotScene, 8> kScenes = {{
     {L"wizard-progress", ProgressMidway},
     {L"wizard-progress-formatting", ProgressFormatting},
     {L"wizard-completion", Completion},
+    {L"message-enter-image-path", EnterImagePathMessage},
+    {L"message-full-path-needed", FullPathNeededMessage},
+    {L"message-cannot-create-folder", CannotCreateFolderMessage},
+    {L"message-create-access-denied", CreateAccessDeniedMessage},
+    {L"message-create-write-fault", CreateWriteFaultMessage},
+    {L"message-create-disk-full", CreateDiskFullMessage},
+    {L"message-create-no-privilege", CreateNoPrivilegeMessage},
+    {L"message-creation-failed", CreationFailedMessage},
 }};
 
 }  // namespace

@@ -1,0 +1,13 @@
+// A prompt as the system shows it, for the screenshot programs' scenes: the real message box
+// with the prompt's text, caption and style.
+#pragma once
+
+#include <windows.h>
+
+#include "app/prompt.h"
+
+// Shows `prompt` with MessageBoxW on a thread of its own (the box is modal) and returns the
+// box once it shows and its thread waits in the box's message loop, found by its caption;
+// null when it did not show within five seconds. The program ends with the picture taken,
+// the box still open.
+HWND MessageBoxOf(const Prompt& prompt);
