@@ -321,11 +321,19 @@ StatusCode ReadStream(ImageSet& set, uint64_t offset, uint8_t* buffer, uint64_t 
   return status;
 }
 
-StatusCode WriteEnciphered(ImageSet& set, uint64_t offset, const uint8_t* bytes, uint32_t length)
+StatusCode WriteEnciphered(ImageSet& set, uint64_t offset, const uint8_t* bytes, uint32_t length,
+                           EncipheredWrite how)
 {
   const StatusCode status = CheckRequest(set, offset, length);
   if (IsFailure(status)) return status;
-  return WriteAcrossVolumes(set, offset, bytes, length, true);
+  return WriteAcrossVolumes(set, offset, bytes, length, how == EncipheredWrite::kBehind);
+}
+
+StatusCode ReadEnciphered(ImageSet& set, uint64_t offset, uint8_t* bytes, uint32_t length)
+{
+  const StatusCode status = CheckRequest(set, offset, length);
+  if (IsFailure(status)) return status;
+  return ReadAcrossVolumes(set, offset, bytes, length);
 }
 
 StatusCode WriteStream(ImageSet& set, uint64_t offset, const uint8_t* buffer, uint64_t length)

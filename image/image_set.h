@@ -74,10 +74,24 @@ StatusCode WriteStream(ImageSet& set, uint64_t offset, const uint8_t* buffer, ui
 StatusCode CipherUnits(const ImageSet& set, CipherContext* cipher, uint64_t offset,
                        const uint8_t* input, uint8_t* output, uint32_t length, bool encrypt);
 
+// How WriteEnciphered writes.
+enum class EncipheredWrite {
+  // Behind: stable after FlushVolumes, past the system's cache where the transfer allows it,
+  // so no other transfer on the set's files may run meanwhile. For the bulk of the content
+  // that creation writes and one flush closes; headers still write as the files do.
+  kBehind,
+  // As the volume files write (into the system's cache unless the set is unbuffered).
+  kAsFilesWrite,
+};
+
 // Writes at most one chunk of bytes that are already as they go on disk (enciphered by
-// CipherUnits when the set is encrypted), behind: they are stable after FlushVolumes. For
-// the bulk of the content, which one flush closes; headers still write as the files do.
-StatusCode WriteEnciphered(ImageSet& set, uint64_t offset, const uint8_t* bytes, uint32_t length);
+// CipherUnits when the set is encrypted).
+StatusCode WriteEnciphered(ImageSet& set, uint64_t offset, const uint8_t* bytes, uint32_t length,
+                           EncipheredWrite how);
+
+// Reads at most one chunk of bytes as they lie on disk (still enciphered when the set is),
+// for a caller that deciphers them itself with CipherUnits.
+StatusCode ReadEnciphered(ImageSet& set, uint64_t offset, uint8_t* bytes, uint32_t length);
 
 // Cuts the stream at `offset`, deleting every volume file behind the one that covers it.
 StatusCode TruncateStream(ImageSet& set, uint64_t offset);

@@ -39,9 +39,12 @@ serve() {
 serve "$scratch/qvi.sock" "$plugin" file="$scratch/bench.qvi" password=+"$scratch/password"
 serve "$scratch/file.sock" file "$scratch/raw.img"
 
-# speed FROM TO: MiB/s of one nbdcopy with a flush at the end.
+# speed FROM TO: MiB/s of one nbdcopy with a flush at the end. Each copy starts with nothing
+# left to write back from the set-up or the copy before, which the system would otherwise
+# write during it and count against whichever copy comes first.
 speed() {
   local start end
+  sync
   start=$(date +%s.%N)
   nbdcopy --flush "$1" "$2"
   end=$(date +%s.%N)
