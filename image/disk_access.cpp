@@ -74,15 +74,16 @@ StatusCode Encipher(const ImageSet& set, DiskWorkspace& space, uint64_t offset, 
   return CipherUnits(set, space.cipher, offset, data, space.chunk, length, true);
 }
 
-// Turns the workspace's chunk, as read from stream offset `offset`, into disk bytes.
-StatusCode Decipher(const ImageSet& set, DiskWorkspace& space, uint64_t offset, uint8_t* buffer,
-                    uint32_t length)
+// Turns `length` bytes as read from stream offset `offset` into disk bytes in `buffer`;
+// `read` may be `buffer` itself.
+StatusCode Decipher(const ImageSet& set, DiskWorkspace& space, uint64_t offset, const uint8_t* read,
+                    uint8_t* buffer, uint32_t length)
 {
   if (!set.IsEncrypted()) {
-    std::memcpy(buffer, space.chunk, length);
+    if (read != buffer) std::memcpy(buffer, read, length);
     return kStatusSuccess;
   }
-  return CipherUnits(set, space.cipher, offset, space.chunk, buffer, length, false);
+  return CipherUnits(set, space.cipher, offset, read, buffer, length, false);
 }
 
 // Gives `count` unassigned blocks from `block` storage behind the end of the image stream,
@@ -113,26 +114,28 @@ StatusCode AssignAndWrite(ImageHandle& handle, DiskWorkspace& space, uint64_t bl
 }
 
 // Reads whole blocks, at most one chunk, into `buffer`: mapped and read under the
-// container's lock, deciphered outside it.
+// container's lock, deciphered outside it. A buffered set reads straight into `buffer` and
+// is deciphered there; an unbuffered set's transfers need aligned memory, the workspace's.
 StatusCode ReadBlocks(ImageHandle& handle, DiskWorkspace& space, uint64_t block, uint32_t count,
                       uint8_t* buffer)
 {
+  const bool inPlace = (handle.set.flags & kSetUnbuffered) == 0;
   StatusCode status = kStatusSuccess;
   for (uint32_t done = 0; done < count && !IsFailure(status);) {
     BlockRun run;
     const uint64_t skip = uint64_t{done} * handle.blockSize;
+    uint8_t* read = inPlace ? buffer + skip : space.chunk;
     {
       const std::lock_guard<std::mutex> lock(handle.disk.container);
       status = MapRun(handle, block + done, count - done, &run);
       if (!IsFailure(status) && run.assigned) {
-        status =
-            ReadEnciphered(handle.set, run.streamOffset, space.chunk, run.count * handle.blockSize);
+        status = ReadEnciphered(handle.set, run.streamOffset, read, run.count * handle.blockSize);
       }
     }
     if (IsFailure(status)) break;
     const uint32_t bytes = run.count * handle.blockSize;
     if (run.assigned) {
-      status = Decipher(handle.set, space, run.streamOffset, buffer + skip, bytes);
+      status = Decipher(handle.set, space, run.streamOffset, read, buffer + skip, bytes);
     } else {
       std::memset(buffer + skip, 0, bytes);
     }
