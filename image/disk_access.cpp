@@ -113,9 +113,10 @@ StatusCode AssignAndWrite(ImageHandle& handle, DiskWorkspace& space, uint64_t bl
   return status;
 }
 
-// Reads whole blocks, at most one chunk, into `buffer`: mapped and read under the
-// container's lock, deciphered outside it. A buffered set reads straight into `buffer` and
-// is deciphered there; an unbuffered set's transfers need aligned memory, the workspace's.
+// Reads whole blocks, at most one chunk, into `buffer`: mapped and located in the volume
+// files under the container's lock, read and deciphered outside it. A buffered set reads
+// straight into `buffer` and is deciphered there; an unbuffered set's transfers need
+// aligned memory, the workspace's.
 StatusCode ReadBlocks(ImageHandle& handle, DiskWorkspace& space, uint64_t block, uint32_t count,
                       uint8_t* buffer)
 {
@@ -129,15 +130,19 @@ StatusCode ReadBlocks(ImageHandle& handle, DiskWorkspace& space, uint64_t block,
       const std::lock_guard<std::mutex> lock(handle.disk.container);
       status = MapRun(handle, block + done, count - done, &run);
       if (!IsFailure(status) && run.assigned) {
-        status = ReadEnciphered(handle.set, run.streamOffset, read, run.count * handle.blockSize);
+        status =
+            LocateStream(handle.set, run.streamOffset, run.count * handle.blockSize, &space.pieces);
       }
     }
     if (IsFailure(status)) break;
     const uint32_t bytes = run.count * handle.blockSize;
-    if (run.assigned) {
-      status = Decipher(handle.set, space, run.streamOffset, read, buffer + skip, bytes);
-    } else {
+    if (!run.assigned) {
       std::memset(buffer + skip, 0, bytes);
+    } else {
+      status = ReadPieces(space.pieces, read);
+      if (!IsFailure(status)) {
+        status = Decipher(handle.set, space, run.streamOffset, read, buffer + skip, bytes);
+      }
     }
     done += run.count;
   }

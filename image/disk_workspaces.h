@@ -1,7 +1,8 @@
 // What a disk request needs of its own to run beside others: a copy of the data cipher
-// (whose chaining vector each unit sets) and memory for one chunk as it lies on disk and
-// for one partial block. Requests take one from the pool and give it back, so that the
-// copies and the memory are made once for as many requests as ever ran at the same time.
+// (whose chaining vector each unit sets), memory for one chunk as it lies on disk and for
+// one partial block, and the list of where a read's run lies. Requests take one from the pool and
+// give it back, so that the copies and the memory are made once for as many requests as ever ran at
+// the same time.
 #pragma once
 
 #include <cstdint>
@@ -10,12 +11,14 @@
 #include <vector>
 
 #include "crypto/cipher.h"
+#include "image/image_set.h"
 #include "system/status.h"
 
 struct DiskWorkspace {
   CipherContext* cipher = nullptr;  // null until a request of an encrypted image makes it
   uint8_t* chunk = nullptr;         // kChunkSize bytes, page-aligned
   uint8_t* edge = nullptr;          // one block, for the read-modify-write at the edges
+  std::vector<StreamPiece> pieces;  // where a read's run lies in the volume files
   DiskWorkspace() = default;
   DiskWorkspace(const DiskWorkspace&) = delete;
   DiskWorkspace& operator=(const DiskWorkspace&) = delete;

@@ -158,26 +158,9 @@ StatusCode WriteAcrossVolumes(ImageSet& set, uint64_t offset, const uint8_t* byt
 // Reads one chunk's bytes across the volume files.
 StatusCode ReadAcrossVolumes(ImageSet& set, uint64_t offset, uint8_t* bytes, uint32_t length)
 {
-  size_t index = 0;
-  if (!FindVolume(set, offset, &index)) return kImgBeyondEnd;
-  while (length > 0) {
-    if (index >= set.volumes.size()) return kImgReadPastEnd;
-    const Volume& volume = set.volumes[index];
-    const uint64_t pos = offset - volume.start;
-    const auto piece = static_cast<uint32_t>(std::min<uint64_t>(length, volume.dataLength - pos));
-    if (piece > 0) {
-      uint32_t done = 0;
-      const StatusCode status = SysReadFile(volume.file, kHeaderSize + pos, bytes, piece, &done);
-      if (IsFailure(status)) return status;
-      if (done != piece) return kImgReadPastEnd;
-      set.lastUsed = index;
-    }
-    offset += piece;
-    bytes += piece;
-    length -= piece;
-    ++index;
-  }
-  return kStatusSuccess;
+  std::vector<StreamPiece> pieces;
+  const StatusCode status = LocateStream(set, offset, length, &pieces);
+  return IsFailure(status) ? status : ReadPieces(pieces, bytes);
 }
 
 }  // namespace
@@ -329,11 +312,40 @@ StatusCode WriteEnciphered(ImageSet& set, uint64_t offset, const uint8_t* bytes,
   return WriteAcrossVolumes(set, offset, bytes, length, how == EncipheredWrite::kBehind);
 }
 
-StatusCode ReadEnciphered(ImageSet& set, uint64_t offset, uint8_t* bytes, uint32_t length)
+StatusCode LocateStream(ImageSet& set, uint64_t offset, uint32_t length,
+                        std::vector<StreamPiece>* pieces)
 {
+  pieces->clear();
   const StatusCode status = CheckRequest(set, offset, length);
   if (IsFailure(status)) return status;
-  return ReadAcrossVolumes(set, offset, bytes, length);
+  size_t index = 0;
+  if (!FindVolume(set, offset, &index)) return kImgBeyondEnd;
+  while (length > 0) {
+    if (index >= set.volumes.size()) return kImgReadPastEnd;
+    const Volume& volume = set.volumes[index];
+    const uint64_t pos = offset - volume.start;
+    const auto piece = static_cast<uint32_t>(std::min<uint64_t>(length, volume.dataLength - pos));
+    if (piece > 0) {
+      pieces->push_back(StreamPiece{volume.file, kHeaderSize + pos, piece});
+      set.lastUsed = index;
+    }
+    offset += piece;
+    length -= piece;
+    ++index;
+  }
+  return kStatusSuccess;
+}
+
+StatusCode ReadPieces(const std::vector<StreamPiece>& pieces, uint8_t* bytes)
+{
+  for (const StreamPiece& piece : pieces) {
+    uint32_t done = 0;
+    const StatusCode status = SysReadFile(piece.file, piece.fileOffset, bytes, piece.length, &done);
+    if (IsFailure(status)) return status;
+    if (done != piece.length) return kImgReadPastEnd;
+    bytes += piece.length;
+  }
+  return kStatusSuccess;
 }
 
 StatusCode WriteStream(ImageSet& set, uint64_t offset, const uint8_t* buffer, uint64_t length)

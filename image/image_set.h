@@ -89,9 +89,22 @@ enum class EncipheredWrite {
 StatusCode WriteEnciphered(ImageSet& set, uint64_t offset, const uint8_t* bytes, uint32_t length,
                            EncipheredWrite how);
 
-// Reads at most one chunk of bytes as they lie on disk (still enciphered when the set is),
-// for a caller that deciphers them itself with CipherUnits.
-StatusCode ReadEnciphered(ImageSet& set, uint64_t offset, uint8_t* bytes, uint32_t length);
+// A run of the image stream as it lies in one volume file.
+struct StreamPiece {
+  SysFile* file = nullptr;
+  uint64_t fileOffset = 0;
+  uint32_t length = 0;
+};
+
+// The pieces of the volume files that hold `length` bytes (whole units, at most one chunk)
+// of the stream from `offset`, in order. kImgReadPastEnd when the stream ends before.
+StatusCode LocateStream(ImageSet& set, uint64_t offset, uint32_t length,
+                        std::vector<StreamPiece>* pieces);
+
+// Reads located pieces one after the other into `bytes`, as they lie on disk (still
+// enciphered when the set is). It touches nothing of the set: a caller that located them
+// under a lock may read them outside it, since volume files stay open until CloseSet.
+StatusCode ReadPieces(const std::vector<StreamPiece>& pieces, uint8_t* bytes);
 
 // Cuts the stream at `offset`, deleting every volume file behind the one that covers it.
 StatusCode TruncateStream(ImageSet& set, uint64_t offset);
