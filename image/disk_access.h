@@ -6,8 +6,9 @@
 //
 // The three routines may be called on one handle from several threads at once (nothing
 // else may use the handle meanwhile). Requests on disjoint blocks run side by side:
-// enciphering and deciphering, the bulk of the work, run outside the container's lock,
-// which only the table, the assignment of storage and the volume files' transfers take.
+// enciphering, deciphering and reading run outside the container's lock, which only the
+// table, the assignment of storage, finding a read's place in the volume files, writing
+// and flushing take.
 // Requests that share a block, a partial one at an edge included, run one after the
 // other, so each sees the other whole or not at all. A dynamic image's first write to a
 // block is enciphered under the lock, since its place in the stream is known only there.
