@@ -43,8 +43,9 @@ void ChunkWriter::Work()
     const bool skip = stopping_ || IsFailure(failure_);
     lock.unlock();
 
-    const StatusCode status =
-        skip ? kStatusSuccess : WriteEnciphered(*set_, chunk.offset, chunk.bytes, chunk.length);
+    const StatusCode status = skip ? kStatusSuccess
+                                   : WriteEnciphered(*set_, chunk.offset, chunk.bytes, chunk.length,
+                                                     EncipheredWrite::kBehind);
 
     lock.lock();
     if (IsFailure(status)) {

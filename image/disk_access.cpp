@@ -3,11 +3,10 @@
 #include <algorithm>
 #include <cstring>
 #include <memory>
-#include <new>
+#include <mutex>
 
 #include "image/bytes.h"
 #include "image/image_handle.h"
-#include "system/memory.h"
 
 namespace {
 
@@ -54,25 +53,53 @@ StatusCode MapRun(ImageHandle& handle, uint64_t block, uint32_t limit, BlockRun*
   return kStatusSuccess;
 }
 
-// Writes whole units (at most one chunk) at stream offset `offset`: enciphered on the disk
-// threads when they run, else by the image stream's own write.
-StatusCode WriteUnits(ImageHandle& handle, uint64_t offset, const uint8_t* data, uint64_t length)
+// Makes the request's copy of the data cipher, once per workspace. The copy is taken under
+// the container's lock: the set's own cipher changes its vector while the table is read.
+StatusCode PrepareCipher(ImageHandle& handle, DiskWorkspace& space)
 {
-  if (!handle.diskThreads) return WriteStream(handle.set, offset, data, length);
-  const auto bytes = static_cast<uint32_t>(length);
-  handle.diskThreads->encryptor.Begin(offset, data, handle.diskThreads->buffer, bytes);
-  const StatusCode status = handle.diskThreads->encryptor.Finish();
-  if (IsFailure(status)) return status;
-  return WriteEnciphered(handle.set, offset, handle.diskThreads->buffer, bytes);
+  if (space.cipher != nullptr || !handle.set.IsEncrypted()) return kStatusSuccess;
+  const std::lock_guard<std::mutex> lock(handle.disk.container);
+  return CipherDuplicate(handle.set.dataCipher, &space.cipher);
+}
+
+// Turns `length` bytes of whole units that belong at stream offset `offset` into the bytes
+// as they go on disk, in the workspace's chunk.
+StatusCode Encipher(const ImageSet& set, DiskWorkspace& space, uint64_t offset, const uint8_t* data,
+                    uint32_t length)
+{
+  if (!set.IsEncrypted()) {
+    std::memcpy(space.chunk, data, length);
+    return kStatusSuccess;
+  }
+  return CipherUnits(set, space.cipher, offset, data, space.chunk, length, true);
+}
+
+// Turns `length` bytes as read from stream offset `offset` into disk bytes in `buffer`;
+// `read` may be `buffer` itself.
+StatusCode Decipher(const ImageSet& set, DiskWorkspace& space, uint64_t offset, const uint8_t* read,
+                    uint8_t* buffer, uint32_t length)
+{
+  if (!set.IsEncrypted()) {
+    if (read != buffer) std::memcpy(buffer, read, length);
+    return kStatusSuccess;
+  }
+  return CipherUnits(set, space.cipher, offset, read, buffer, length, false);
 }
 
 // Gives `count` unassigned blocks from `block` storage behind the end of the image stream,
-// writing their data there first so that the table never names unwritten storage.
-StatusCode AssignAndWrite(ImageHandle& handle, uint64_t block, uint32_t count, const uint8_t* data)
+// writing their data there first so that the table never names unwritten storage. The
+// caller holds the container's lock all along: the data is enciphered for the stream's end
+// as it is now.
+StatusCode AssignAndWrite(ImageHandle& handle, DiskWorkspace& space, uint64_t block, uint32_t count,
+                          const uint8_t* data)
 {
   ImageSet& set = handle.set;
   const uint64_t end = set.StreamEnd();
-  StatusCode status = WriteUnits(handle, end, data, uint64_t{count} * handle.blockSize);
+  const uint32_t bytes = count * handle.blockSize;
+  StatusCode status = Encipher(set, space, end, data, bytes);
+  if (!IsFailure(status)) {
+    status = WriteEnciphered(set, end, space.chunk, bytes, EncipheredWrite::kAsFilesWrite);
+  }
   const auto first = static_cast<uint32_t>((end - handle.dataOffset) / handle.blockSize);
   for (uint32_t i = 0; i < count && !IsFailure(status); ++i) {
     int slot = 0;
@@ -86,27 +113,67 @@ StatusCode AssignAndWrite(ImageHandle& handle, uint64_t block, uint32_t count, c
   return status;
 }
 
-// Whole blocks, at most one chunk: reads them into `buffer`, or writes them from `data`.
-StatusCode TransferBlocks(ImageHandle& handle, uint64_t block, uint32_t count, uint8_t* buffer,
-                          const uint8_t* data)
+// Reads whole blocks, at most one chunk, into `buffer`: mapped and located in the volume
+// files under the container's lock, read and deciphered outside it. A buffered set reads
+// straight into `buffer` and is deciphered there; an unbuffered set's transfers need
+// aligned memory, the workspace's.
+StatusCode ReadBlocks(ImageHandle& handle, DiskWorkspace& space, uint64_t block, uint32_t count,
+                      uint8_t* buffer)
+{
+  const bool inPlace = (handle.set.flags & kSetUnbuffered) == 0;
+  StatusCode status = kStatusSuccess;
+  for (uint32_t done = 0; done < count && !IsFailure(status);) {
+    BlockRun run;
+    const uint64_t skip = uint64_t{done} * handle.blockSize;
+    uint8_t* read = inPlace ? buffer + skip : space.chunk;
+    {
+      const std::lock_guard<std::mutex> lock(handle.disk.container);
+      status = MapRun(handle, block + done, count - done, &run);
+      if (!IsFailure(status) && run.assigned) {
+        status =
+            LocateStream(handle.set, run.streamOffset, run.count * handle.blockSize, &space.pieces);
+      }
+    }
+    if (IsFailure(status)) break;
+    const uint32_t bytes = run.count * handle.blockSize;
+    if (!run.assigned) {
+      std::memset(buffer + skip, 0, bytes);
+    } else {
+      status = ReadPieces(space.pieces, read);
+      if (!IsFailure(status)) {
+        status = Decipher(handle.set, space, run.streamOffset, read, buffer + skip, bytes);
+      }
+    }
+    done += run.count;
+  }
+  return status;
+}
+
+// Writes whole blocks, at most one chunk, from `data`: blocks with storage are enciphered
+// outside the container's lock and written under it; unassigned ones get storage under it.
+StatusCode WriteBlocks(ImageHandle& handle, DiskWorkspace& space, uint64_t block, uint32_t count,
+                       const uint8_t* data)
 {
   StatusCode status = kStatusSuccess;
   for (uint32_t done = 0; done < count && !IsFailure(status);) {
     BlockRun run;
+    const uint64_t skip = uint64_t{done} * handle.blockSize;
+    std::unique_lock<std::mutex> lock(handle.disk.container);
     status = MapRun(handle, block + done, count - done, &run);
     if (IsFailure(status)) break;
-    const uint64_t skip = uint64_t{done} * handle.blockSize;
-    const uint64_t bytes = uint64_t{run.count} * handle.blockSize;
-    if (data == nullptr) {
-      if (run.assigned) {
-        status = ReadStream(handle.set, run.streamOffset, buffer + skip, bytes);
-      } else {
-        std::memset(buffer + skip, 0, bytes);
-      }
-    } else if (run.assigned) {
-      status = WriteUnits(handle, run.streamOffset, data + skip, bytes);
+    const uint32_t bytes = run.count * handle.blockSize;
+    if (!run.assigned) {
+      status = AssignAndWrite(handle, space, block + done, run.count, data + skip);
     } else {
-      status = AssignAndWrite(handle, block + done, run.count, data + skip);
+      // The blocks' storage stays where it is: they are this request's alone, and storage
+      // once assigned never moves.
+      lock.unlock();
+      status = Encipher(handle.set, space, run.streamOffset, data + skip, bytes);
+      lock.lock();
+      if (!IsFailure(status)) {
+        status = WriteEnciphered(handle.set, run.streamOffset, space.chunk, bytes,
+                                 EncipheredWrite::kAsFilesWrite);
+      }
     }
     done += run.count;
   }
@@ -121,14 +188,19 @@ StatusCode CheckRange(const ImageHandle* handle, uint64_t offset, uint64_t lengt
 }
 
 // Reads (`data` null) or writes the byte range: whole blocks straight from or into the
-// caller's memory, one chunk at a time; a partial block at either edge through one block
-// of memory, read first and for a write changed and written back.
+// caller's memory, one chunk at a time; a partial block at either edge through the
+// workspace's block, read first and for a write changed and written back. The request
+// holds its blocks, edges included, from the first to the last byte.
 StatusCode AccessDisk(ImageHandle& handle, uint64_t offset, uint64_t length, uint8_t* buffer,
                       const uint8_t* data)
 {
+  if (length == 0) return kStatusSuccess;
   const uint32_t blockSize = handle.blockSize;
-  uint8_t* edge = nullptr;
-  StatusCode status = kStatusSuccess;
+  const HeldBlocks held(handle.disk.blocks, offset / blockSize,
+                        (offset + length + blockSize - 1) / blockSize);
+  std::unique_ptr<DiskWorkspace> space;
+  StatusCode status = handle.disk.workspaces.Take(blockSize, &space);
+  if (!IsFailure(status)) status = PrepareCipher(handle, *space);
   for (uint64_t done = 0; done < length && !IsFailure(status);) {
     const uint64_t position = offset + done;
     const uint64_t block = position / blockSize;
@@ -136,26 +208,22 @@ StatusCode AccessDisk(ImageHandle& handle, uint64_t offset, uint64_t length, uin
     if (within == 0 && length - done >= blockSize) {
       const auto count = static_cast<uint32_t>(
           std::min<uint64_t>((length - done) / blockSize, kChunkSize / blockSize));
-      status = TransferBlocks(handle, block, count, data == nullptr ? buffer + done : nullptr,
-                              data == nullptr ? nullptr : data + done);
+      status = data == nullptr ? ReadBlocks(handle, *space, block, count, buffer + done)
+                               : WriteBlocks(handle, *space, block, count, data + done);
       done += uint64_t{count} * blockSize;
       continue;
     }
     const auto piece = static_cast<uint32_t>(std::min<uint64_t>(blockSize - within, length - done));
-    if (edge == nullptr) edge = static_cast<uint8_t*>(SysAllocate(blockSize, kAllocPageable));
-    if (edge == nullptr) {
-      status = kImgOutOfMemory;
-      break;
-    }
-    status = TransferBlocks(handle, block, 1, edge, nullptr);
+    uint8_t* edge = space->edge;
+    status = ReadBlocks(handle, *space, block, 1, edge);
     if (!IsFailure(status) && data == nullptr) std::memcpy(buffer + done, edge + within, piece);
     if (!IsFailure(status) && data != nullptr) {
       std::memcpy(edge + within, data + done, piece);
-      status = TransferBlocks(handle, block, 1, nullptr, edge);
+      status = WriteBlocks(handle, *space, block, 1, edge);
     }
     done += piece;
   }
-  SysRelease(edge);
+  if (space) handle.disk.workspaces.Give(std::move(space));
   return status;
 }
 
@@ -179,25 +247,11 @@ StatusCode ImgWriteDisk(ImageHandle* handle, uint64_t offset, const uint8_t* buf
   return AccessDisk(*handle, offset, length, nullptr, buffer);
 }
 
-StatusCode ImgStartDiskThreads(ImageHandle* handle, unsigned threads)
-{
-  if (handle == nullptr || threads == 0 || !handle->set.IsEncrypted()) return kImgInvalidParameter;
-  if (handle->set.IsReadOnly()) return kImgReadOnly;
-  if (handle->diskThreads) return kStatusSuccess;
-  std::unique_ptr<DiskThreads> started(new (std::nothrow) DiskThreads);
-  if (!started) return kImgOutOfMemory;
-  started->buffer = static_cast<uint8_t*>(SysAllocate(kChunkSize, kAllocPageable));
-  if (started->buffer == nullptr) return kImgOutOfMemory;
-  const StatusCode status = started->encryptor.Start(handle->set, threads);
-  if (IsFailure(status)) return status;
-  handle->diskThreads = std::move(started);
-  return kStatusSuccess;
-}
-
 StatusCode ImgFlushDisk(ImageHandle* handle)
 {
   if (handle == nullptr) return kImgInvalidParameter;
   if (handle->set.IsReadOnly()) return kStatusSuccess;
+  const std::lock_guard<std::mutex> lock(handle->disk.container);
   StatusCode status = handle->tableCache ? handle->tableCache->Flush() : kStatusSuccess;
   if (!IsFailure(status)) status = FlushVolumes(handle->set);
   return status;

@@ -3,6 +3,15 @@
 // block b at data offset + b × block size; a dynamic image looks b up in its allocation
 // table, reads an unassigned block as zeros and assigns storage to a block at its first
 // write, at the end of the image stream.
+//
+// The three routines may be called on one handle from several threads at once (nothing
+// else may use the handle meanwhile). Requests on disjoint blocks run side by side:
+// enciphering, deciphering and reading run outside the container's lock, which only the
+// table, the assignment of storage, finding a read's place in the volume files, writing
+// and flushing take.
+// Requests that share a block, a partial one at an edge included, run one after the
+// other, so each sees the other whole or not at all. A dynamic image's first write to a
+// block is enciphered under the lock, since its place in the stream is known only there.
 #pragma once
 
 #include <cstdint>
@@ -19,13 +28,6 @@ StatusCode ImgReadDisk(ImageHandle* handle, uint64_t offset, uint8_t* buffer, ui
 // capacity.
 StatusCode ImgWriteDisk(ImageHandle* handle, uint64_t offset, const uint8_t* buffer,
                         uint64_t length);
-
-// Enciphers the disk's later writes on `threads` threads, each with its own copy of the
-// data cipher, instead of the caller's thread alone; the bytes on disk are the same. For an
-// encrypted image opened for writing; the threads end when the image is closed.
-// kImgReadOnly for a read-only image; the cipher engine's code or kImgOutOfMemory when a
-// copy, a thread or the chunk's memory cannot be had.
-StatusCode ImgStartDiskThreads(ImageHandle* handle, unsigned threads);
 
 // Writes the changed allocation table blocks back and flushes every volume file to disk.
 // Nothing to do for an image opened read-only.

@@ -2,22 +2,22 @@
 #pragma once
 
 #include <memory>
+#include <mutex>
 
+#include "image/block_range_lock.h"
+#include "image/disk_workspaces.h"
 #include "image/image.h"
 #include "image/image_set.h"
 #include "image/records.h"
 #include "image/table_cache.h"
-#include "image/unit_encryptor.h"
-#include "system/memory.h"
 
-// Threads that encipher the disk's writes (ImgStartDiskThreads), with the chunk they fill.
-struct DiskThreads {
-  UnitEncryptor encryptor;
-  uint8_t* buffer = nullptr;  // kChunkSize bytes, the enciphered chunk
-  DiskThreads() = default;
-  DiskThreads(const DiskThreads&) = delete;
-  DiskThreads& operator=(const DiskThreads&) = delete;
-  ~DiskThreads() { SysRelease(buffer); }
+// What lets the disk's requests (disk_access.h) run on several threads at once.
+struct DiskRequests {
+  // The container's shared state: the table cache, the stream's end where storage is
+  // assigned, the set's volume files and their use, and the set's own cipher and buffer.
+  std::mutex container;
+  BlockRangeLock blocks;  // requests on the same blocks one after the other
+  DiskWorkspaces workspaces;
 };
 
 struct ImageHandle {
@@ -38,7 +38,7 @@ struct ImageHandle {
   uint64_t infoOffset = 0;
   ImageSet set;
   TableCachePtr tableCache;
-  std::unique_ptr<DiskThreads> diskThreads;  // absent unless started
+  DiskRequests disk;
 };
 
 // Writes the image stream's content anew: descriptor (marked as being created until the

@@ -158,26 +158,9 @@ StatusCode WriteAcrossVolumes(ImageSet& set, uint64_t offset, const uint8_t* byt
 // Reads one chunk's bytes across the volume files.
 StatusCode ReadAcrossVolumes(ImageSet& set, uint64_t offset, uint8_t* bytes, uint32_t length)
 {
-  size_t index = 0;
-  if (!FindVolume(set, offset, &index)) return kImgBeyondEnd;
-  while (length > 0) {
-    if (index >= set.volumes.size()) return kImgReadPastEnd;
-    const Volume& volume = set.volumes[index];
-    const uint64_t pos = offset - volume.start;
-    const auto piece = static_cast<uint32_t>(std::min<uint64_t>(length, volume.dataLength - pos));
-    if (piece > 0) {
-      uint32_t done = 0;
-      const StatusCode status = SysReadFile(volume.file, kHeaderSize + pos, bytes, piece, &done);
-      if (IsFailure(status)) return status;
-      if (done != piece) return kImgReadPastEnd;
-      set.lastUsed = index;
-    }
-    offset += piece;
-    bytes += piece;
-    length -= piece;
-    ++index;
-  }
-  return kStatusSuccess;
+  std::vector<StreamPiece> pieces;
+  const StatusCode status = LocateStream(set, offset, length, &pieces);
+  return IsFailure(status) ? status : ReadPieces(pieces, bytes);
 }
 
 }  // namespace
@@ -187,16 +170,55 @@ uint64_t ImageSet::StreamEnd() const
   return volumes.empty() ? 0 : volumes.back().start + volumes.back().dataLength;
 }
 
+namespace {
+
+// How many units' chaining vectors CipherUnits makes at a time.
+constexpr uint32_t kUnitGroup = 32;
+
+// Deciphers `count` (at most kUnitGroup) units as one CBC run from the first unit's
+// vector. Every block comes out as the unit's own run gives it but each later unit's
+// first, which is chained from the last cipher block of the unit before instead of from
+// its own vector; those blocks are corrected after by what the two differ in, taken before
+// a run in place overwrites the cipher blocks. One call instead of one per unit, the same
+// bytes.
+StatusCode DecipherUnits(const ImageSet& set, CipherContext* cipher, const uint8_t* vectors,
+                         uint32_t count, const uint8_t* input, uint8_t* output)
+{
+  CipherInfo info{};
+  StatusCode status = CipherQuery(cipher, &info, sizeof info);
+  if (IsFailure(status)) return status;
+  const uint32_t blockSize = std::min(info.blockSize, kCipherVectorStride);
+  uint8_t corrections[kUnitGroup * kCipherVectorStride];
+  for (uint32_t i = 1; i < count; ++i) {
+    const uint8_t* chainedFrom = input + size_t{i} * set.unitSize - blockSize;
+    const uint8_t* vector = vectors + i * kCipherVectorStride;
+    uint8_t* correction = corrections + i * kCipherVectorStride;
+    for (uint32_t b = 0; b < blockSize; ++b) {
+      correction[b] = static_cast<uint8_t>(chainedFrom[b] ^ (b < set.ivLength ? vector[b] : 0));
+    }
+  }
+  status = CipherSetIv(cipher, vectors, set.ivLength);
+  if (!IsFailure(status)) status = CipherDecrypt(cipher, input, output, count * set.unitSize);
+  if (IsFailure(status)) return status;
+  for (uint32_t i = 1; i < count; ++i) {
+    uint8_t* first = output + size_t{i} * set.unitSize;
+    const uint8_t* correction = corrections + i * kCipherVectorStride;
+    for (uint32_t b = 0; b < blockSize; ++b) first[b] ^= correction[b];
+  }
+  return kStatusSuccess;
+}
+
+}  // namespace
+
 StatusCode CipherUnits(const ImageSet& set, CipherContext* cipher, uint64_t offset,
                        const uint8_t* input, uint8_t* output, uint32_t length, bool encrypt)
 {
   // The units' chaining vectors, a group at a time: each unit's stream offset, the unit
   // size minus one, and four bytes of the identity block; the first ivLength bytes count.
-  constexpr uint32_t kGroup = 32;
-  uint8_t vectors[kGroup * kCipherVectorStride];
+  uint8_t vectors[kUnitGroup * kCipherVectorStride];
   const uint32_t units = length / set.unitSize;
-  for (uint32_t first = 0; first < units; first += kGroup) {
-    const uint32_t count = std::min(kGroup, units - first);
+  for (uint32_t first = 0; first < units; first += kUnitGroup) {
+    const uint32_t count = std::min(kUnitGroup, units - first);
     for (uint32_t i = 0; i < count; ++i) {
       uint8_t* vector = vectors + i * kCipherVectorStride;
       Store<uint64_t>(vector, offset + uint64_t{first + i} * set.unitSize);
@@ -205,19 +227,11 @@ StatusCode CipherUnits(const ImageSet& set, CipherContext* cipher, uint64_t offs
     }
     const size_t skip = size_t{first} * set.unitSize;
     // Units are independent: they are enciphered side by side. Deciphering CBC is parallel
-    // within one unit already.
-    StatusCode status = kStatusSuccess;
-    if (encrypt) {
-      status = CipherEncryptUnits(cipher, vectors, set.ivLength, input + skip, output + skip,
-                                  set.unitSize, count);
-    } else {
-      for (uint32_t i = 0; i < count && !IsFailure(status); ++i) {
-        const size_t at = skip + size_t{i} * set.unitSize;
-        status = CipherSetIv(cipher, vectors + i * kCipherVectorStride, set.ivLength);
-        if (!IsFailure(status))
-          status = CipherDecrypt(cipher, input + at, output + at, set.unitSize);
-      }
-    }
+    // within a run already, so the group is deciphered as one run.
+    const StatusCode status =
+        encrypt ? CipherEncryptUnits(cipher, vectors, set.ivLength, input + skip, output + skip,
+                                     set.unitSize, count)
+                : DecipherUnits(set, cipher, vectors, count, input + skip, output + skip);
     if (IsFailure(status)) return status;
   }
   return kStatusSuccess;
@@ -321,11 +335,48 @@ StatusCode ReadStream(ImageSet& set, uint64_t offset, uint8_t* buffer, uint64_t 
   return status;
 }
 
-StatusCode WriteEnciphered(ImageSet& set, uint64_t offset, const uint8_t* bytes, uint32_t length)
+StatusCode WriteEnciphered(ImageSet& set, uint64_t offset, const uint8_t* bytes, uint32_t length,
+                           EncipheredWrite how)
 {
   const StatusCode status = CheckRequest(set, offset, length);
   if (IsFailure(status)) return status;
-  return WriteAcrossVolumes(set, offset, bytes, length, true);
+  return WriteAcrossVolumes(set, offset, bytes, length, how == EncipheredWrite::kBehind);
+}
+
+StatusCode LocateStream(ImageSet& set, uint64_t offset, uint32_t length,
+                        std::vector<StreamPiece>* pieces)
+{
+  pieces->clear();
+  const StatusCode status = CheckRequest(set, offset, length);
+  if (IsFailure(status)) return status;
+  size_t index = 0;
+  if (!FindVolume(set, offset, &index)) return kImgBeyondEnd;
+  while (length > 0) {
+    if (index >= set.volumes.size()) return kImgReadPastEnd;
+    const Volume& volume = set.volumes[index];
+    const uint64_t pos = offset - volume.start;
+    const auto piece = static_cast<uint32_t>(std::min<uint64_t>(length, volume.dataLength - pos));
+    if (piece > 0) {
+      pieces->push_back(StreamPiece{volume.file, kHeaderSize + pos, piece});
+      set.lastUsed = index;
+    }
+    offset += piece;
+    length -= piece;
+    ++index;
+  }
+  return kStatusSuccess;
+}
+
+StatusCode ReadPieces(const std::vector<StreamPiece>& pieces, uint8_t* bytes)
+{
+  for (const StreamPiece& piece : pieces) {
+    uint32_t done = 0;
+    const StatusCode status = SysReadFile(piece.file, piece.fileOffset, bytes, piece.length, &done);
+    if (IsFailure(status)) return status;
+    if (done != piece.length) return kImgReadPastEnd;
+    bytes += piece.length;
+  }
+  return kStatusSuccess;
 }
 
 StatusCode WriteStream(ImageSet& set, uint64_t offset, const uint8_t* buffer, uint64_t length)

@@ -74,10 +74,37 @@ StatusCode WriteStream(ImageSet& set, uint64_t offset, const uint8_t* buffer, ui
 StatusCode CipherUnits(const ImageSet& set, CipherContext* cipher, uint64_t offset,
                        const uint8_t* input, uint8_t* output, uint32_t length, bool encrypt);
 
+// How WriteEnciphered writes.
+enum class EncipheredWrite {
+  // Behind: stable after FlushVolumes, past the system's cache where the transfer allows it,
+  // so no other transfer on the set's files may run meanwhile. For the bulk of the content
+  // that creation writes and one flush closes; headers still write as the files do.
+  kBehind,
+  // As the volume files write (into the system's cache unless the set is unbuffered).
+  kAsFilesWrite,
+};
+
 // Writes at most one chunk of bytes that are already as they go on disk (enciphered by
-// CipherUnits when the set is encrypted), behind: they are stable after FlushVolumes. For
-// the bulk of the content, which one flush closes; headers still write as the files do.
-StatusCode WriteEnciphered(ImageSet& set, uint64_t offset, const uint8_t* bytes, uint32_t length);
+// CipherUnits when the set is encrypted).
+StatusCode WriteEnciphered(ImageSet& set, uint64_t offset, const uint8_t* bytes, uint32_t length,
+                           EncipheredWrite how);
+
+// A run of the image stream as it lies in one volume file.
+struct StreamPiece {
+  SysFile* file = nullptr;
+  uint64_t fileOffset = 0;
+  uint32_t length = 0;
+};
+
+// The pieces of the volume files that hold `length` bytes (whole units, at most one chunk)
+// of the stream from `offset`, in order. kImgReadPastEnd when the stream ends before.
+StatusCode LocateStream(ImageSet& set, uint64_t offset, uint32_t length,
+                        std::vector<StreamPiece>* pieces);
+
+// Reads located pieces one after the other into `bytes`, as they lie on disk (still
+// enciphered when the set is). It touches nothing of the set: a caller that located them
+// under a lock may read them outside it, since volume files stay open until CloseSet.
+StatusCode ReadPieces(const std::vector<StreamPiece>& pieces, uint8_t* bytes);
 
 // Cuts the stream at `offset`, deleting every volume file behind the one that covers it.
 StatusCode TruncateStream(ImageSet& set, uint64_t offset);

@@ -2,7 +2,8 @@
 # Sequential write and read of 512 MiB through nbdcopy: nbdkit-qvi-plugin over a fixed
 # AES-256 image next to nbdkit's own file plugin over a raw file of the same size, on the
 # same file system (build/release/scratch, removed at the end), from the optimised build
-# without sanitizers. Prints both speeds and their ratio for each direction.
+# without sanitizers. Prints both speeds and their ratio for each direction in each of
+# BENCH_ROUNDS rounds (default 5), then the median ratio of each direction.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -18,6 +19,7 @@ servers=()
 trap 'for pid in "${servers[@]}"; do kill "$pid" 2>/dev/null; done; rm -rf "$scratch"' EXIT
 
 mib=512
+rounds=${BENCH_ROUNDS:-5}  # the machine may be busy: each round alternates the two servers
 printf 'bench password\n' >"$scratch/password"
 head -c $((mib << 20)) /dev/urandom >"$scratch/source.bin"
 head -c $((mib << 20)) /dev/zero >"$scratch/raw.img"
@@ -39,24 +41,45 @@ serve() {
 serve "$scratch/qvi.sock" "$plugin" file="$scratch/bench.qvi" password=+"$scratch/password"
 serve "$scratch/file.sock" file "$scratch/raw.img"
 
-# speed FROM TO: MiB/s of one nbdcopy with a flush at the end.
+# speed FROM TO: MiB/s of one nbdcopy with a flush at the end. Each copy starts with nothing
+# left to write back from the set-up or the copy before, which the system would otherwise
+# write during it and count against whichever copy comes first.
 speed() {
   local start end
+  sync
   start=$(date +%s.%N)
   nbdcopy --flush "$1" "$2"
   end=$(date +%s.%N)
   awk -v mib="$mib" -v start="$start" -v end="$end" 'BEGIN {print mib / (end - start)}'
 }
 
+# ratio A B: A / B.
+ratio() {
+  awk -v a="$1" -v b="$2" 'BEGIN {print a / b}'
+}
+
+# median VALUES...: the middle one (of an even count, the upper middle).
+median() {
+  printf '%s\n' "$@" | sort -g | awk '{v[NR] = $1} END {print v[int(NR / 2) + 1]}'
+}
+
 qvi="nbd+unix:///?socket=$scratch/qvi.sock"
 file="nbd+unix:///?socket=$scratch/file.sock"
-qvi_write=$(speed "$scratch/source.bin" "$qvi")
-file_write=$(speed "$scratch/source.bin" "$file")
-qvi_read=$(speed "$qvi" null:)
-file_read=$(speed "$file" null:)
-
 printf '%-44s %10s %10s %7s\n' "nbdcopy, $mib MiB sequential" "qvi MiB/s" "file MiB/s" "ratio"
-printf '%-44s %10.1f %10.1f %7.2f\n' "write (fixed AES-256 image vs raw file)" "$qvi_write" \
-  "$file_write" "$(awk -v a="$qvi_write" -v b="$file_write" 'BEGIN {print a / b}')"
-printf '%-44s %10.1f %10.1f %7.2f\n' "read" "$qvi_read" "$file_read" \
-  "$(awk -v a="$qvi_read" -v b="$file_read" 'BEGIN {print a / b}')"
+write_ratios=()
+read_ratios=()
+for round in $(seq "$rounds"); do
+  qvi_write=$(speed "$scratch/source.bin" "$qvi")
+  file_write=$(speed "$scratch/source.bin" "$file")
+  qvi_read=$(speed "$qvi" null:)
+  file_read=$(speed "$file" null:)
+  write_ratios+=("$(ratio "$qvi_write" "$file_write")")
+  read_ratios+=("$(ratio "$qvi_read" "$file_read")")
+  printf '%-44s %10.1f %10.1f %7.2f\n' "write $round (fixed AES-256 image vs raw file)" \
+    "$qvi_write" "$file_write" "${write_ratios[-1]}"
+  printf '%-44s %10.1f %10.1f %7.2f\n' "read $round" "$qvi_read" "$file_read" "${read_ratios[-1]}"
+done
+printf '%-44s %10s %10s %7.2f\n' "write, median ratio of $rounds rounds" "" "" \
+  "$(median "${write_ratios[@]}")"
+printf '%-44s %10s %10s %7.2f\n' "read, median ratio of $rounds rounds" "" "" \
+  "$(median "${read_ratios[@]}")"

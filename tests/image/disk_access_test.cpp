@@ -23,7 +23,6 @@ struct DiskCase {
   uint32_t keyLength;
   uint32_t createFlags;
   uint64_t volumeLimit;
-  unsigned diskThreads;  // 0: writes enciphered on the caller's thread
 };
 
 class DiskAccess : public testing::TestWithParam<DiskCase> {
@@ -36,11 +35,7 @@ class DiskAccess : public testing::TestWithParam<DiskCase> {
     keys_ = ImageKeys(c.algorithm, c.keyLength, 5);
     EXPECT_EQ(CreateImage(Path(), keys_, CreateParams(capacity, c.createFlags, c.volumeLimit)),
               kStatusSuccess);
-    ImageHandle* handle = Open(0);
-    if (handle != nullptr && c.diskThreads != 0) {
-      EXPECT_EQ(ImgStartDiskThreads(handle, c.diskThreads), kStatusSuccess);
-    }
-    return handle;
+    return Open(0);
   }
 
   ImageHandle* Open(uint32_t flags)
@@ -130,7 +125,6 @@ TEST_P(DiskAccess, ReadOnlyImageRefusesWritesAndStaysUnchanged)
   const uint8_t byte = 1;
   EXPECT_EQ(ImgWriteDisk(handle, 100, &byte, 1), kImgReadOnly);
   EXPECT_EQ(ImgFlushDisk(handle), kStatusSuccess);
-  EXPECT_EQ(ImgStartDiskThreads(handle, 2), kImgReadOnly);
   ASSERT_EQ(ImgClose(handle, 0), kStatusSuccess);
   EXPECT_TRUE(ReadBytes(Path()) == before);
 }
@@ -152,10 +146,10 @@ TEST_P(DiskAccess, RangesOutsideTheCapacityAreRefused)
 }
 
 const DiskCase kCases[] = {
-    {"AesDynamic", kCipherAes, 32, 0, 0, 0},
-    {"AesFixedThreads", kCipherAes, 16, kCreateFixed, 0, 2},
-    {"BlowfishDynamicSplitThreads", kCipherBlowfish, 16, 0, kHeaderSize + 3 * kMiB, 3},
-    {"CastFixedSplit", kCipherCast, 16, kCreateFixed, kHeaderSize + 5 * kMiB, 0},
+    {"AesDynamic", kCipherAes, 32, 0, 0},
+    {"AesFixed", kCipherAes, 16, kCreateFixed, 0},
+    {"BlowfishDynamicSplit", kCipherBlowfish, 16, 0, kHeaderSize + 3 * kMiB},
+    {"CastFixedSplit", kCipherCast, 16, kCreateFixed, kHeaderSize + 5 * kMiB},
 };
 
 INSTANTIATE_TEST_SUITE_P(Images, DiskAccess, testing::ValuesIn(kCases),

@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Serves images through nbdkit-qvi-plugin.so and reaches their disks with libnbd's tools:
 # random unaligned writes and reads against a shadow file (fixed and dynamic, AES, Blowfish
-# and CAST, a split image), --readonly, ctellimg's data check after the server stops, a FAT
+# and CAST, a split image), unaligned writes sharing units over several connections at
+# once, --readonly, ctellimg's data check after the server stops, a FAT
 # file system that outlives a restart, a clean close on SIGINT and SIGTERM, a killed server,
 # and every start-up failure with the program's text and code in the log and the image
 # unchanged.
@@ -122,6 +123,8 @@ exercise() {
   }
   check "$python" "$here/nbd_shadow_io.py" "$socket" "$work/$name.shadow" write "$seed" ||
     fail "$name: random I/O"
+  check "$python" "$here/nbd_shadow_io.py" "$socket" "$work/$name.shadow" parallel "$seed" ||
+    fail "$name: parallel writes over several connections"
   stop "$signal"
   sanitizer_clean "$work/$name.log"
   check "$tool" check "$image" --data <"$work/password" >/dev/null ||

@@ -9,23 +9,24 @@
 // the image untouched. It is closed again before nbdkit forks (into the background, or to
 // run a command with --run), since a forked process would hold the image's lock, and
 // opened read-only once more after the fork; the first client that may write opens it
-// again for writing. Every request is served one at a time: an image handle belongs to one
-// thread at a time.
+// again for writing. Requests are served in parallel: the container's disk access lets
+// requests on different blocks run side by side and keeps those on the same blocks apart.
+// Reopening for writing waits until no request runs.
 #define NBDKIT_API_VERSION 2
 #include <nbdkit-plugin.h>
 
 #include <cerrno>
 #include <cstdlib>
+#include <shared_mutex>
 #include <sstream>
 #include <string>
-#include <thread>
 
 #include "image/disk_access.h"
 #include "system/wipe.h"
 #include "tools/messages/messages.h"
 #include "tools/nbdkit-qvi/served_image.h"
 
-#define THREAD_MODEL NBDKIT_THREAD_MODEL_SERIALIZE_ALL_REQUESTS
+#define THREAD_MODEL NBDKIT_THREAD_MODEL_PARALLEL
 
 namespace {
 
@@ -34,6 +35,8 @@ std::string g_resolvedPath;  // absolute: nbdkit may change directory when it fo
 std::string g_password;      // only until the image is opened
 bool g_passwordGiven = false;
 ServedImage* g_image = nullptr;
+// Requests hold it shared; opening the image again for writing holds it alone.
+std::shared_mutex g_reopening;
 
 // The program's text for a failure and its code, one log line each.
 void LogFailure(StatusCode status)
@@ -136,26 +139,25 @@ void QviUnload()
 void* QviOpen(int readonly)
 {
   if (!readonly) {
-    StatusCode status = g_image->MakeWritable();
+    const std::lock_guard<std::shared_mutex> lock(g_reopening);
+    const StatusCode status = g_image->MakeWritable();
     if (IsFailure(status)) {
       LogFailure(status);
       return nullptr;
     }
-    // Writes are enciphered on every core; without the threads they still are, on one.
-    const unsigned cores = std::thread::hardware_concurrency();
-    if (cores > 1) status = ImgStartDiskThreads(g_image->handle(), cores);
-    if (IsFailure(status)) nbdkit_debug("writes enciphered on one thread: %X", status);
   }
   return g_image;
 }
 
 int64_t QviGetSize(void* handle)
 {
+  const std::shared_lock<std::shared_mutex> lock(g_reopening);
   return static_cast<int64_t>(static_cast<ServedImage*>(handle)->capacity());
 }
 
 int QviCanWrite(void* handle)
 {
+  const std::shared_lock<std::shared_mutex> lock(g_reopening);
   return static_cast<ServedImage*>(handle)->writable() ? 1 : 0;
 }
 
@@ -169,8 +171,8 @@ int QviCanFua(void*)
   return NBDKIT_FUA_EMULATE;
 }
 
-// One handle serves every connection and requests never overlap, so a flush on any
-// connection makes every connection's writes durable.
+// One handle serves every connection, so a flush on any connection makes every
+// connection's finished writes durable.
 int QviCanMultiConn(void*)
 {
   return 1;
@@ -186,6 +188,7 @@ int QviBlockSize(void*, uint32_t* minimum, uint32_t* preferred, uint32_t* maximu
 
 int QviPread(void* handle, void* buffer, uint32_t count, uint64_t offset, uint32_t)
 {
+  const std::shared_lock<std::shared_mutex> lock(g_reopening);
   const StatusCode status = ImgReadDisk(static_cast<ServedImage*>(handle)->handle(), offset,
                                         static_cast<uint8_t*>(buffer), count);
   return IsFailure(status) ? FailRequest(Transfer("read", count, offset), status) : 0;
@@ -193,6 +196,7 @@ int QviPread(void* handle, void* buffer, uint32_t count, uint64_t offset, uint32
 
 int QviPwrite(void* handle, const void* buffer, uint32_t count, uint64_t offset, uint32_t)
 {
+  const std::shared_lock<std::shared_mutex> lock(g_reopening);
   const StatusCode status = ImgWriteDisk(static_cast<ServedImage*>(handle)->handle(), offset,
                                          static_cast<const uint8_t*>(buffer), count);
   return IsFailure(status) ? FailRequest(Transfer("write", count, offset), status) : 0;
@@ -200,6 +204,7 @@ int QviPwrite(void* handle, const void* buffer, uint32_t count, uint64_t offset,
 
 int QviFlush(void* handle, uint32_t)
 {
+  const std::shared_lock<std::shared_mutex> lock(g_reopening);
   const StatusCode status = ImgFlushDisk(static_cast<ServedImage*>(handle)->handle());
   return IsFailure(status) ? FailRequest("flush", status) : 0;
 }
