@@ -9,6 +9,7 @@
 #include "image/bytes.h"
 #include "image/disk_access.h"
 #include "image/image_handle.h"
+#include "support/disk_image_test.h"
 #include "support/image_fixture.h"
 
 namespace {
@@ -17,37 +18,7 @@ constexpr uint64_t kMiB = 1 << 20;
 // Block 1023 is the first one of the second allocation table block.
 constexpr uint64_t kSecondTableBlock = uint64_t{kTableEntriesPerBlock} * kUnitSize;
 
-struct DiskCase {
-  const char* name;
-  uint32_t algorithm;
-  uint32_t keyLength;
-  uint32_t createFlags;
-  uint64_t volumeLimit;
-};
-
-class DiskAccess : public testing::TestWithParam<DiskCase> {
- protected:
-  std::u16string Path() const { return dir_.File(u"disk.qvi"); }
-
-  ImageHandle* Make(uint64_t capacity)
-  {
-    const DiskCase& c = GetParam();
-    keys_ = ImageKeys(c.algorithm, c.keyLength, 5);
-    EXPECT_EQ(CreateImage(Path(), keys_, CreateParams(capacity, c.createFlags, c.volumeLimit)),
-              kStatusSuccess);
-    return Open(0);
-  }
-
-  ImageHandle* Open(uint32_t flags)
-  {
-    ImageHandle* handle = nullptr;
-    EXPECT_EQ(OpenImage(Path(), keys_, &handle, flags), kStatusSuccess);
-    return handle;
-  }
-
-  TempDir dir_;
-  ImageKeys keys_;
-};
+using DiskAccess = DiskImageTest;
 
 std::vector<uint8_t> RandomBytes(std::mt19937_64& random, size_t length)
 {

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "image/disk_access.h"
+#include "support/disk_image_test.h"
 #include "support/image_fixture.h"
 
 namespace {
@@ -18,33 +19,8 @@ namespace {
 constexpr uint64_t kMiB = 1 << 20;
 constexpr unsigned kThreads = 4;
 
-struct ThreadsCase {
-  const char* name;
-  uint32_t algorithm;
-  uint32_t createFlags;
-  uint64_t volumeLimit;
-};
-
-class DiskAccessThreads : public testing::TestWithParam<ThreadsCase> {
+class DiskAccessThreads : public DiskImageTest {
  protected:
-  std::u16string Path() const { return dir_.File(u"threads.qvi"); }
-
-  ImageHandle* Make(uint64_t capacity)
-  {
-    const ThreadsCase& c = GetParam();
-    keys_ = ImageKeys(c.algorithm, 16, 9);
-    EXPECT_EQ(CreateImage(Path(), keys_, CreateParams(capacity, c.createFlags, c.volumeLimit)),
-              kStatusSuccess);
-    return Open(0);
-  }
-
-  ImageHandle* Open(uint32_t flags)
-  {
-    ImageHandle* handle = nullptr;
-    EXPECT_EQ(OpenImage(Path(), keys_, &handle, flags), kStatusSuccess);
-    return handle;
-  }
-
   // Closes the handle, opens the image read-only and returns `length` bytes at `offset`.
   std::vector<uint8_t> ReadAfterReopen(ImageHandle* handle, uint64_t offset, uint64_t length)
   {
@@ -56,9 +32,6 @@ class DiskAccessThreads : public testing::TestWithParam<ThreadsCase> {
     EXPECT_EQ(ImgClose(handle, 0), kStatusSuccess);
     return bytes;
   }
-
-  TempDir dir_;
-  ImageKeys keys_;
 };
 
 // The bytes of write `version` of a piece of `length` bytes; versions below 256 differ in
@@ -207,14 +180,14 @@ TEST_P(DiskAccessThreads, WritesOverOneRangeLeaveOneOfThemWholeAndReadsSeeOneWho
   EXPECT_TRUE(ReadAfterReopen(handle, offset, length) == disk);
 }
 
-const ThreadsCase kThreadsCases[] = {
-    {"AesFixed", kCipherAes, kCreateFixed, 0},
-    {"AesDynamic", kCipherAes, 0, 0},
-    {"BlowfishDynamicSplit", kCipherBlowfish, 0, kHeaderSize + 3 * kMiB},
+const DiskCase kDiskCases[] = {
+    {"AesFixed", kCipherAes, 16, kCreateFixed, 0},
+    {"AesDynamic", kCipherAes, 16, 0, 0},
+    {"BlowfishDynamicSplit", kCipherBlowfish, 16, 0, kHeaderSize + 3 * kMiB},
 };
 
-INSTANTIATE_TEST_SUITE_P(Images, DiskAccessThreads, testing::ValuesIn(kThreadsCases),
-                         [](const testing::TestParamInfo<ThreadsCase>& item) {
+INSTANTIATE_TEST_SUITE_P(Images, DiskAccessThreads, testing::ValuesIn(kDiskCases),
+                         [](const testing::TestParamInfo<DiskCase>& item) {
                            return std::string(item.param.name);
                          });
 
