@@ -1,8 +1,9 @@
 // Start-up time of ctell.exe against the smallest windowed program, both under the same
 // system in one run: from process creation to the main window's first paint (the window is
-// visible and its update region empty), over several starts each, alternating; the ratio is
-// that of the medians, the minimum and maximum show the spread of a shared machine. Each
-// program is closed again before the next start. ctell.exe shows its empty list.
+// visible and its update region empty), over several starts each, alternating; the minimum
+// and maximum show the spread of a shared machine, and the ratio of the minima is the one
+// that other work on the machine disturbs least. Each program is closed again before the
+// next start. ctell.exe shows its empty list.
 #include <windows.h>
 
 #include <algorithm>
@@ -129,5 +130,6 @@ int main()
   PrintSpread("ctell.exe (empty list)", ours);
   PrintSpread("one window (minimal)", minimal);
   std::printf("  ratio of the medians     %8.2f (goal <= 1.50)\n", ours.median / minimal.median);
+  std::printf("  ratio of the minima      %8.2f\n", ours.minimum / minimal.minimum);
   return 0;
 }
