@@ -1,8 +1,12 @@
 // The interactive start of ctell.exe against the reference device host: the main window of
 // the first copy, what a second start, "/notify" and "/mount" do beside it, and its
-// placement between runs.
-#include <gtest/gtest.h>
+// placement between runs, and the libraries the main window opens with.
+#include <windows.h>
 
+#include <gtest/gtest.h>
+#include <tlhelp32.h>
+
+#include <set>
 #include <string>
 
 #include "app/instance_names.h"
@@ -45,6 +49,24 @@ WINDOWPLACEMENT PlacementOf(HWND window)
   placement.length = sizeof placement;
   GetWindowPlacement(window, &placement);
   return placement;
+}
+
+// The file names of the libraries loaded in process `processId`, in lower case.
+std::set<std::wstring> LoadedLibraries(DWORD processId)
+{
+  std::set<std::wstring> names;
+  const HANDLE snapshot = CreateToolhelp32Snapshot(TH32CS_SNAPMODULE, processId);
+  if (snapshot == INVALID_HANDLE_VALUE) return names;
+  MODULEENTRY32W module{};
+  module.dwSize = sizeof module;
+  for (BOOL more = Module32FirstW(snapshot, &module); more;
+       more = Module32NextW(snapshot, &module)) {
+    std::wstring name = module.szModule;
+    CharLowerBuffW(name.data(), static_cast<DWORD>(name.size()));
+    names.insert(name);
+  }
+  CloseHandle(snapshot);
+  return names;
 }
 
 bool SameRect(const RECT& a, const RECT& b)
@@ -219,5 +241,21 @@ TEST_F(CtellFrame, APlacementOffTheScreenIsIgnored)
   EXPECT_FALSE(SameRect(normal, stored.rcNormalPosition));
   EXPECT_LT(normal.left, width);
   EXPECT_LT(normal.top, height);
+  EXPECT_EQ(CloseFrame(process, frame), 0u);
+}
+
+TEST_F(CtellFrame, TheMainWindowOpensWithoutTheCommonDialogsAndTheNetworkLibrary)
+{
+  CtellProcess process(L"");
+  const HWND frame = StartFrame(process);
+  ASSERT_NE(frame, nullptr);
+  const std::set<std::wstring> loaded = LoadedLibraries(process.Id());
+  // What the window needs is there, so the list is the process's own.
+  EXPECT_EQ(loaded.count(L"user32.dll"), 1u);
+  EXPECT_EQ(loaded.count(L"comctl32.dll"), 1u);
+  // The file dialogs and the network disks' enumeration load at their first call.
+  EXPECT_EQ(loaded.count(L"comdlg32.dll"), 0u);
+  EXPECT_EQ(loaded.count(L"winspool.drv"), 0u);
+  EXPECT_EQ(loaded.count(L"mpr.dll"), 0u);
   EXPECT_EQ(CloseFrame(process, frame), 0u);
 }
