@@ -135,7 +135,10 @@ StatusCode WriteAcrossVolumes(ImageSet& set, uint64_t offset, const uint8_t* byt
     uint32_t done = 0;
     const StatusCode status =
         WriteData(volume->file, kHeaderSize + pos, bytes, pieceLength, behind, &done);
-    if (status == kSysDiskFull && set.volumeSizeLimit == kFileSystemLimit && last) {
+    // Only a write that stored everything up to the file's old end can have met the file
+    // system's largest file size; cutting the file behind any other would lose its data.
+    const bool atCeiling = last && pos + done / set.unitSize * set.unitSize >= volume->dataLength;
+    if (status == kSysDiskFull && set.volumeSizeLimit == kFileSystemLimit && atCeiling) {
       const StatusCode continued =
           ContinueInNewVolume(set, index, pos, bytes, pieceLength, done, status, behind);
       if (IsFailure(continued)) return continued;

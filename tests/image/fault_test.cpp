@@ -1,6 +1,8 @@
 // Failures injected into the file routines: full disks, file-size ceilings, write faults.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "image/image_handle.h"
 #include "support/image_fixture.h"
 #include "system/file.h"
@@ -128,5 +130,33 @@ TEST_F(ImageFaults, FailedContinuationLeavesASetThatStillOpens)
   ASSERT_EQ(OpenImage(Path(), keys_, &handle), 0u);
   EXPECT_EQ(handle->set.volumes.size(), 1u);
   EXPECT_EQ(handle->set.StreamEnd(), end);
+  EXPECT_EQ(ImgClose(handle, 0), 0u);
+}
+
+TEST_F(ImageFaults, DiskFullWhileOverwritingKeepsTheDataBehindTheWrite)
+{
+  // Overwriting stored data fails with a full disk (a file system that stores every write
+  // anew) while the directory reports room: that is not the file's size ceiling, so the
+  // file is not cut at the write and no volume file follows it.
+  ASSERT_EQ(CreateImage(Path(), keys_, CreateParams(4ull << 20, kCreateFixed, ~0ull)), 0u);
+  ImageHandle* handle = nullptr;
+  ASSERT_EQ(OpenImage(Path(), keys_, &handle), 0u);
+  const uint64_t end = handle->set.StreamEnd();
+  const uint64_t fileSize = FileSize(Path());
+  std::vector<uint8_t> before(end);
+  ASSERT_EQ(ReadStream(handle->set, 0, before.data(), before.size()), 0u);
+  faults_.bytesUntilDiskFull = 4096;
+  faults_.freeSpace = 1ull << 40;
+  SysSetFileFaults(&faults_);
+  std::vector<uint8_t> data(1 << 20, 0x33);
+  EXPECT_EQ(WriteStream(handle->set, 8192, data.data(), data.size()), 0x4000000Du);
+  SysSetFileFaults(nullptr);
+  EXPECT_EQ(FileCount(dir_), 1u);
+  EXPECT_EQ(FileSize(Path()), fileSize);
+  EXPECT_EQ(handle->set.StreamEnd(), end);
+  std::vector<uint8_t> after(end);
+  ASSERT_EQ(ReadStream(handle->set, 0, after.data(), after.size()), 0u);
+  // The unit the failed write stored is the new one; everything behind it is as it was.
+  EXPECT_TRUE(std::equal(after.begin() + 8192 + 4096, after.end(), before.begin() + 8192 + 4096));
   EXPECT_EQ(ImgClose(handle, 0), 0u);
 }
