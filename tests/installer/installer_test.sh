@@ -63,7 +63,8 @@ head -c 8192 /dev/urandom >"$prefix/drive_c/Images/Work.qvi"
 "$wine_loader" start 'C:\Images\Work.qvi' </dev/null >/dev/null 2>&1
 # 1005 is the dialog's image path field.
 shown=$(timeout 60 "$wine_loader" "$probe" "Mount Virtual Disk Image" 1005 </dev/null 2>/dev/null | tr -d '\r')
-check "opening an image shows the mount dialog on it" test "$shown" = 'C:\Images\Work.qvi'
+check "opening an image shows the mount dialog on it (its path field: \"$shown\")" \
+  test "$shown" = 'C:\Images\Work.qvi'
 
 # What the program leaves behind when it runs: its settings and the monitor's autostart.
 "$wine_loader" reg add 'HKCU\Software\Pellmora\Cryptelle\1.0' /v EnableMonitor /t REG_DWORD /d 1 /f >/dev/null 2>&1

@@ -2,7 +2,7 @@
 //
 //   window_probe CAPTION CONTROL_ID
 //
-// Waits up to 30 s for a top-level dialog with the caption CAPTION, prints the text of its
+// Waits up to 30 s for a visible top-level dialog with the caption CAPTION, prints the text of its
 // control CONTROL_ID (UTF-8, one line) and answers the dialog with Cancel. Exit status 0 when
 // the dialog was found, 1 when it did not appear, 2 for a wrong command line.
 #include <windows.h>
@@ -19,7 +19,10 @@ int wmain(int argc, wchar_t** argv)
   }
   const int control = _wtoi(argv[2]);
   for (int attempt = 0; attempt < 300; ++attempt) {
-    if (const HWND dialog = FindWindowW(L"#32770", argv[1])) {
+    // A dialog is found as soon as it is created, but its fields are filled only before it
+    // shows: the probe reads it once it is visible.
+    const HWND dialog = FindWindowW(L"#32770", argv[1]);
+    if (dialog != nullptr && IsWindowVisible(dialog)) {
       wchar_t text[1024] = {};
       GetDlgItemTextW(dialog, control, text, 1024);
       std::string utf8(4 * wcslen(text) + 1, '\0');
