@@ -3,7 +3,8 @@
 # random unaligned writes and reads against a shadow file (fixed and dynamic, AES, Blowfish
 # and CAST, a split image), unaligned writes sharing units over several connections at
 # once, --readonly, ctellimg's data check after the server stops, a FAT
-# file system that outlives a restart, a clean close on SIGINT and SIGTERM, a killed server,
+# file system that outlives a restart, an ext4 file system that the kernel mounts through
+# nbdfuse (where root, FUSE and loop devices allow), a clean close on SIGINT and SIGTERM, a killed server,
 # and every start-up failure with the program's text and code in the log and the image
 # unchanged.
 # Usage: nbdkit_qvi_end_to_end.sh PATH_TO_CTELLIMG PATH_TO_PLUGIN
@@ -18,6 +19,8 @@ checks=0
 server=
 
 cleanup() {
+  # A failed kernel-mount check may leave its mounts behind: they go before the files.
+  umount -l "$work/fs" "$work/fuse" 2>/dev/null
   [ -n "$server" ] && kill -KILL "$server" 2>/dev/null
   rm -rf "$work"
 }
@@ -202,6 +205,63 @@ fi
 check cmp -s "$work/payload.bin" "$work/back/payload.bin" || fail "payload.bin differs"
 check cmp -s "$work/hello.txt" "$work/back/hello.txt" || fail "hello.txt differs"
 check "$tool" check "$image" --data <"$work/password" >/dev/null || fail "fat.qvi check"
+
+# The kernel mounts the disk: nbdfuse shows the served disk as a file, a loop device carries
+# an ext4 file system made on it, and the files written there are back after a restart,
+# mounted read-only. It needs root, FUSE and loop devices; without them it says why it is
+# skipped.
+mount_skip=
+[ "$(id -u)" -eq 0 ] || mount_skip="not root"
+[ -c /dev/fuse ] || mount_skip="no /dev/fuse"
+command -v nbdfuse >/dev/null || mount_skip="no nbdfuse"
+grep -qw ext4 /proc/filesystems || mount_skip="no ext4 in the kernel"
+losetup -f >/dev/null 2>&1 || mount_skip="no free loop device"
+
+# through_fuse [-r] COMMAND...: runs COMMAND while nbdfuse shows the served disk as
+# $work/fuse/nbd (read-only with -r), then takes the FUSE mount down again.
+through_fuse() {
+  local options=() fuse status=1
+  [ "$1" = "-r" ] && { options=(-r); shift; }
+  nbdfuse "${options[@]}" "$work/fuse" "$uri" &
+  fuse=$!
+  for _ in $(seq 100); do
+    [ -e "$work/fuse/nbd" ] && break
+    sleep 0.1
+  done
+  "$@" && status=0
+  umount "$work/fuse"
+  wait "$fuse"
+  return "$status"
+}
+
+fill_ext4() {
+  mkfs.ext4 -q -F "$work/fuse/nbd" && mount -o loop "$work/fuse/nbd" "$work/fs" &&
+    cp "$work/payload.bin" "$work/hello.txt" "$work/fs/" && umount "$work/fs"
+}
+
+read_ext4() {
+  mount -o loop,ro "$work/fuse/nbd" "$work/fs" &&
+    cp "$work/fs/payload.bin" "$work/fs/hello.txt" "$work/back-ext4/" && umount "$work/fs"
+}
+
+if [ -n "$mount_skip" ]; then
+  echo "skipped: the kernel mount through nbdfuse ($mount_skip)"
+else
+  image=$work/ext4.qvi
+  create ext4.qvi --capacity "32 MB"
+  mkdir "$work/fuse" "$work/fs" "$work/back-ext4"
+  if serve "$work/ext4.log" file="$image" password=+"$work/password"; then
+    through_fuse fill_ext4 || fail "an ext4 file system made and filled through the plugin"
+    stop TERM
+  fi
+  if serve "$work/ext4-2.log" file="$image" password=+"$work/password" --readonly; then
+    through_fuse -r read_ext4 || fail "the ext4 file system mounted again, read-only"
+    stop TERM
+  fi
+  check cmp -s "$work/payload.bin" "$work/back-ext4/payload.bin" || fail "ext4: payload.bin differs"
+  check cmp -s "$work/hello.txt" "$work/back-ext4/hello.txt" || fail "ext4: hello.txt differs"
+  check "$tool" check "$image" --data <"$work/password" >/dev/null || fail "ext4.qvi check"
+fi
 
 # refused NAME IMAGE PASSWORD_FILE: the server does not start; its log holds every line
 # of ctellimg's report for the same open (the program's text and the code), and the
