@@ -127,8 +127,12 @@ void CPropertySheet::SetStartPage(UINT index)
 void CPropertySheet::SetWizardBitmaps(UINT watermarkId, UINT headerId)
 {
   header_.pszbmWatermark = MAKEINTRESOURCEW(watermarkId);
-  header_.pszbmHeader = MAKEINTRESOURCEW(headerId);
-  header_.dwFlags |= PSH_WATERMARK | PSH_HEADER;
+  // The header bitmap is loaded here as the sheet would load it from its id, and handed over
+  // as a bitmap: Wine's sheet paints an interior page's header bitmap only when it is given
+  // one, while Windows paints both alike.
+  headerBitmap_.Reset(CreateMappedBitmap(ResourceModule(), headerId, 0, nullptr, 0));
+  header_.hbmHeader = headerBitmap_.Get();
+  header_.dwFlags |= PSH_WATERMARK | PSH_HEADER | PSH_USEHBMHEADER;
 }
 
 INT_PTR CPropertySheet::Run(HWND owner, DWORD extraFlags)

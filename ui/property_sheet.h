@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "ui/dialog.h"
+#include "ui/handles.h"
 #include "ui/message_loop.h"
 
 class CPropertyPage : public CDialogBase {
@@ -110,6 +111,7 @@ class CPropertySheet : public CMessageHandler, public CMessageFilter {
   INT_PTR Run(HWND owner, DWORD extraFlags);
 
   PROPSHEETHEADERW header_{};
+  CBitmap headerBitmap_;
   std::wstring caption_;
   std::vector<CPropertyPage*> pages_;
   std::vector<PROPSHEETPAGEW> descriptions_;

@@ -277,9 +277,7 @@ size_t PixelsOfColour(HWND window, uint8_t red, uint8_t green, uint8_t blue)
   return count;
 }
 
-// The header bitmap of interior pages is set by the same call, but Wine's sheet did not
-// show it in a capture, so only the watermark is checked.
-TEST_F(PropertySheetTest, WizardShowsTheWatermarkOnExteriorPages)
+TEST_F(PropertySheetTest, WizardShowsTheWatermarkOnExteriorAndTheHeaderOnInteriorPages)
 {
   MakeWizard();
   for (const bool withBitmaps : {false, true}) {
@@ -291,8 +289,13 @@ TEST_F(PropertySheetTest, WizardShowsTheWatermarkOnExteriorPages)
     ASSERT_NE(window, nullptr);
     ShowWindow(window, SW_SHOW);
     PumpMessages();
-    // The watermark's own colour (test_resources.rc).
+    // The bitmaps' own colours (test_resources.rc).
     EXPECT_EQ(PixelsOfColour(window, 0x20, 0xA0, 0x60) > 0, withBitmaps);
+    EXPECT_EQ(PixelsOfColour(window, 0xA0, 0x20, 0x60), 0u);
+    ASSERT_TRUE(sheet.SetActivePage(1));
+    PumpMessages();
+    EXPECT_EQ(PixelsOfColour(window, 0xA0, 0x20, 0x60) > 0, withBitmaps);
+    EXPECT_EQ(PixelsOfColour(window, 0x20, 0xA0, 0x60), 0u);
     sheet.PressButton(PSBTN_CANCEL);
     EXPECT_TRUE(PumpUntil([&] { return sheet.Handle() == nullptr; }));
   }
