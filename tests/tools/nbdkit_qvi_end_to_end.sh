@@ -208,14 +208,42 @@ check "$tool" check "$image" --data <"$work/password" >/dev/null || fail "fat.qv
 
 # The kernel mounts the disk: nbdfuse shows the served disk as a file, a loop device carries
 # an ext4 file system made on it, and the files written there are back after a restart,
-# mounted read-only. It needs root, FUSE and loop devices; without them it says why it is
-# skipped.
+# mounted read-only. It needs root, FUSE and loop devices, and a machine that lets them
+# mount; without them it says why it is skipped.
 mount_skip=
 [ "$(id -u)" -eq 0 ] || mount_skip="not root"
 [ -c /dev/fuse ] || mount_skip="no /dev/fuse"
 command -v nbdfuse >/dev/null || mount_skip="no nbdfuse"
 grep -qw ext4 /proc/filesystems || mount_skip="no ext4 in the kernel"
 losetup -f >/dev/null 2>&1 || mount_skip="no free loop device"
+mkdir "$work/fuse" "$work/fs" "$work/back-ext4"
+
+# kernel_mount_works: whether this machine lets nbdfuse and a loop device mount a disk,
+# tried with nbdkit's own memory plugin, so that only the machine is probed here.
+kernel_mount_works() {
+  local probe_socket=$work/probe.sock probe fuse works=1
+  nbdkit -f -U "$probe_socket" memory 16M 2>/dev/null &
+  probe=$!
+  for _ in $(seq 100); do
+    [ -S "$probe_socket" ] && break
+    sleep 0.05
+  done
+  nbdfuse "$work/fuse" "nbd+unix:///?socket=$probe_socket" 2>/dev/null &
+  fuse=$!
+  for _ in $(seq 50); do
+    [ -e "$work/fuse/nbd" ] && break
+    sleep 0.1
+  done
+  if [ -e "$work/fuse/nbd" ] && mkfs.ext4 -q -F "$work/fuse/nbd" 2>/dev/null &&
+    mount -o loop "$work/fuse/nbd" "$work/fs" 2>/dev/null; then
+    umount "$work/fs" && works=0
+  fi
+  umount "$work/fuse" 2>/dev/null
+  kill "$fuse" "$probe" 2>/dev/null
+  wait "$fuse" "$probe" 2>/dev/null
+  return "$works"
+}
+[ -n "$mount_skip" ] || kernel_mount_works || mount_skip="this machine refuses the mount"
 
 # through_fuse [-r] COMMAND...: runs COMMAND while nbdfuse shows the served disk as
 # $work/fuse/nbd (read-only with -r), then takes the FUSE mount down again.
@@ -249,7 +277,6 @@ if [ -n "$mount_skip" ]; then
 else
   image=$work/ext4.qvi
   create ext4.qvi --capacity "32 MB"
-  mkdir "$work/fuse" "$work/fs" "$work/back-ext4"
   if serve "$work/ext4.log" file="$image" password=+"$work/password"; then
     through_fuse fill_ext4 || fail "an ext4 file system made and filled through the plugin"
     stop TERM
