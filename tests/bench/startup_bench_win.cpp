@@ -11,6 +11,8 @@
 #include <string>
 #include <vector>
 
+#include "support/process_windows_win.h"
+
 namespace {
 
 constexpr int kRuns = 15;
@@ -27,32 +29,13 @@ std::wstring Beside(const wchar_t* name)
   return path.substr(0, path.find_last_of(L'\\') + 1) + name;
 }
 
-struct Search {
-  DWORD processId;
-  const wchar_t* title;
-  HWND found;
-};
-
-BOOL CALLBACK Match(HWND window, LPARAM context)
-{
-  auto* search = reinterpret_cast<Search*>(context);
-  DWORD owner = 0;
-  GetWindowThreadProcessId(window, &owner);
-  wchar_t title[128] = {};
-  GetWindowTextW(window, title, 128);
-  if (owner != search->processId || std::wstring(title) != search->title) return TRUE;
-  search->found = window;
-  return FALSE;
-}
-
 // The window is on the screen and painted: visible, with nothing left to paint.
 bool Painted(DWORD processId, const wchar_t* title, HWND* window)
 {
-  Search search{processId, title, nullptr};
-  EnumWindows(Match, reinterpret_cast<LPARAM>(&search));
-  if (search.found == nullptr || !IsWindowVisible(search.found)) return false;
-  *window = search.found;
-  return !GetUpdateRect(search.found, nullptr, FALSE);
+  const std::vector<HWND> found = TopLevelWindows(processId, title);
+  if (found.empty() || !IsWindowVisible(found.front())) return false;
+  *window = found.front();
+  return !GetUpdateRect(*window, nullptr, FALSE);
 }
 
 // Milliseconds from creating the process to its window's first paint; negative on failure.

@@ -4,37 +4,8 @@
 #include <vector>
 
 #include "app/instance_names.h"
+#include "support/process_windows_win.h"
 #include "system/wide_text_win.h"
-
-namespace {
-
-struct WindowSearch {
-  DWORD processId;
-  const wchar_t* title;
-  std::vector<HWND> found;
-};
-
-BOOL CALLBACK CollectWindow(HWND window, LPARAM context)
-{
-  auto* search = reinterpret_cast<WindowSearch*>(context);
-  DWORD owner = 0;
-  GetWindowThreadProcessId(window, &owner);
-  wchar_t title[256] = {};
-  GetWindowTextW(window, title, 256);
-  if (owner == search->processId && std::wstring(title) == search->title) {
-    search->found.push_back(window);
-  }
-  return TRUE;
-}
-
-std::vector<HWND> TopLevelWindows(DWORD processId, const wchar_t* title)
-{
-  WindowSearch search{processId, title, {}};
-  EnumWindows(CollectWindow, reinterpret_cast<LPARAM>(&search));
-  return search.found;
-}
-
-}  // namespace
 
 std::wstring ControlText(HWND dialog, int id)
 {
@@ -136,17 +107,36 @@ std::optional<DWORD> RunCtell(const std::wstring& arguments, DWORD milliseconds)
   return process.WaitForExit(milliseconds);
 }
 
-CStandInWindow::CStandInWindow()
+namespace {
+
+// Creates a top-level window of the test's class `className`, registered with `procedure`
+// on first use (a later registration fails harmlessly).
+HWND CreateTestWindow(const wchar_t* className, WNDPROC procedure, const wchar_t* title,
+                      DWORD style, const RECT& place, void* creationData)
 {
   WNDCLASSEXW windowClass{};
   windowClass.cbSize = sizeof windowClass;
-  windowClass.lpfnWndProc = DefWindowProcW;
+  windowClass.lpfnWndProc = procedure;
   windowClass.hInstance = GetModuleHandleW(nullptr);
-  windowClass.lpszClassName = L"CryptelleTestWindow";
-  RegisterClassExW(&windowClass);  // fails harmlessly when an earlier test registered it
-  window_ = CreateWindowExW(0, windowClass.lpszClassName, L"Test window",
-                            WS_OVERLAPPEDWINDOW | WS_VISIBLE, 10, 10, 300, 200, nullptr, nullptr,
-                            windowClass.hInstance, nullptr);
+  windowClass.lpszClassName = className;
+  RegisterClassExW(&windowClass);
+  return CreateWindowExW(0, className, title, style, place.left, place.top,
+                         place.right - place.left, place.bottom - place.top, nullptr, nullptr,
+                         windowClass.hInstance, creationData);
+}
+
+}  // namespace
+
+CStandInWindow::CStandInWindow()
+    : window_(CreateTestWindow(L"CryptelleTestWindow", DefWindowProcW, L"Test window",
+                               WS_OVERLAPPEDWINDOW | WS_VISIBLE, RECT{10, 10, 310, 210}, nullptr))
+{
+}
+
+bool CStandInWindow::TakeTheFront() const
+{
+  SetForegroundWindow(window_);
+  return PumpMessagesUntil([&] { return GetForegroundWindow() == window_; }, 5000);
 }
 
 CStandInWindow::~CStandInWindow()
@@ -159,14 +149,8 @@ CStandInCopy::CStandInCopy()
       refreshMessage_(RegisterWindowMessageW(Wide(kRefreshMessageName)))
 {
   mutex_ = CreateMutexW(nullptr, FALSE, Wide(kSingleInstanceName));
-  WNDCLASSEXW windowClass{};
-  windowClass.cbSize = sizeof windowClass;
-  windowClass.lpfnWndProc = WindowProc;
-  windowClass.hInstance = GetModuleHandleW(nullptr);
-  windowClass.lpszClassName = L"CryptelleStandInCopy";
-  RegisterClassExW(&windowClass);  // fails harmlessly when an earlier test registered it
-  window_ = CreateWindowExW(0, windowClass.lpszClassName, L"Stand-in copy", WS_OVERLAPPEDWINDOW, 0,
-                            0, 200, 100, nullptr, nullptr, windowClass.hInstance, this);
+  window_ = CreateTestWindow(L"CryptelleStandInCopy", WindowProc, L"Stand-in copy",
+                             WS_OVERLAPPEDWINDOW, RECT{0, 0, 200, 100}, this);
 }
 
 CStandInCopy::~CStandInCopy()

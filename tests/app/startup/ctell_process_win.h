@@ -84,6 +84,8 @@ class CStandInWindow {
   CStandInWindow& operator=(const CStandInWindow&) = delete;
 
   HWND Handle() const { return window_; }
+  // Brings this window to the front; false when it is not there within 5 seconds.
+  bool TakeTheFront() const;
 
  private:
   HWND window_ = nullptr;

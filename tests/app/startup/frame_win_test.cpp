@@ -142,8 +142,7 @@ TEST_F(CtellFrame, SecondStartActivatesTheFirstFrameAndEndsWithZero)
   ASSERT_NE(frame, nullptr);
   // Another window takes the front first, so that the activation can be seen.
   CStandInWindow other;
-  SetForegroundWindow(other.Handle());
-  ASSERT_TRUE(PumpMessagesUntil([&] { return GetForegroundWindow() == other.Handle(); }, 5000));
+  ASSERT_TRUE(other.TakeTheFront());
 
   CtellProcess second(L"");
   ASSERT_TRUE(second.Started());
@@ -175,8 +174,7 @@ TEST_F(CtellFrame, MountBesideTheFrameOpensOnlyTheMountDialog)
   const HWND frame = StartFrame(first);
   ASSERT_NE(frame, nullptr);
   CStandInWindow other;
-  SetForegroundWindow(other.Handle());
-  ASSERT_TRUE(PumpMessagesUntil([&] { return GetForegroundWindow() == other.Handle(); }, 5000));
+  ASSERT_TRUE(other.TakeTheFront());
 
   CtellProcess mount(L"/mount C:\\disk.qvi");
   const HWND dialog = mount.WaitForWindow(kMountDialogCaption, 20000);
