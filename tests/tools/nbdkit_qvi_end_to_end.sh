@@ -218,33 +218,6 @@ grep -qw ext4 /proc/filesystems || mount_skip="no ext4 in the kernel"
 losetup -f >/dev/null 2>&1 || mount_skip="no free loop device"
 mkdir "$work/fuse" "$work/fs" "$work/back-ext4"
 
-# kernel_mount_works: whether this machine lets nbdfuse and a loop device mount a disk,
-# tried with nbdkit's own memory plugin, so that only the machine is probed here.
-kernel_mount_works() {
-  local probe_socket=$work/probe.sock probe fuse works=1
-  nbdkit -f -U "$probe_socket" memory 16M 2>/dev/null &
-  probe=$!
-  for _ in $(seq 100); do
-    [ -S "$probe_socket" ] && break
-    sleep 0.05
-  done
-  nbdfuse "$work/fuse" "nbd+unix:///?socket=$probe_socket" 2>/dev/null &
-  fuse=$!
-  for _ in $(seq 50); do
-    [ -e "$work/fuse/nbd" ] && break
-    sleep 0.1
-  done
-  if [ -e "$work/fuse/nbd" ] && mkfs.ext4 -q -F "$work/fuse/nbd" 2>/dev/null &&
-    mount -o loop "$work/fuse/nbd" "$work/fs" 2>/dev/null; then
-    umount "$work/fs" && works=0
-  fi
-  umount "$work/fuse" 2>/dev/null
-  kill "$fuse" "$probe" 2>/dev/null
-  wait "$fuse" "$probe" 2>/dev/null
-  return "$works"
-}
-[ -n "$mount_skip" ] || kernel_mount_works || mount_skip="this machine refuses the mount"
-
 # through_fuse [-r] COMMAND...: runs COMMAND while nbdfuse shows the served disk as
 # $work/fuse/nbd (read-only with -r), then takes the FUSE mount down again.
 through_fuse() {
@@ -256,11 +229,33 @@ through_fuse() {
     [ -e "$work/fuse/nbd" ] && break
     sleep 0.1
   done
-  "$@" && status=0
-  umount "$work/fuse"
+  [ -e "$work/fuse/nbd" ] && "$@" && status=0
+  # An nbdfuse that never mounted is ended instead.
+  umount "$work/fuse" 2>/dev/null || kill "$fuse" 2>/dev/null
   wait "$fuse"
   return "$status"
 }
+
+# Whether this machine lets nbdfuse and a loop device mount a disk, tried with nbdkit's own
+# memory plugin, so that only the machine is probed here.
+probe_ext4() {
+  mkfs.ext4 -q -F "$work/fuse/nbd" && mount -o loop "$work/fuse/nbd" "$work/fs" && umount "$work/fs"
+}
+kernel_mount_works() {
+  local probe works=1
+  rm -f "$socket"
+  nbdkit -f -U "$socket" memory 16M 2>/dev/null &
+  probe=$!
+  for _ in $(seq 100); do
+    [ -S "$socket" ] && break
+    sleep 0.05
+  done
+  through_fuse probe_ext4 2>/dev/null && works=0
+  kill "$probe" 2>/dev/null
+  wait "$probe" 2>/dev/null
+  return "$works"
+}
+[ -n "$mount_skip" ] || kernel_mount_works || mount_skip="this machine refuses the mount"
 
 fill_ext4() {
   mkfs.ext4 -q -F "$work/fuse/nbd" && mount -o loop "$work/fuse/nbd" "$work/fs" &&
