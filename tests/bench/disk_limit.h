@@ -13,8 +13,14 @@ struct DiskLimit {
   double deleteSeconds;  // freeing the file's blocks again, which clearing pays too
 };
 
-// Writes `bytes` (whole MiB) to a scratch file in `directory` and deletes it again.
+// Writes `bytes` (whole MiB) to a scratch file in `directory` and deletes it again; the
+// deletion is timed up to SettleFreedBlocks.
 DiskLimit MeasureDiskLimit(const std::string& directory, uint64_t bytes);
 
-// How DiskLimitSeconds writes, for the benchmark's report.
+// Flushes `directory`, which ends the file system's pending transaction: a journaled file
+// system mounted with discard discards the blocks of files deleted before in that commit,
+// so the next measurement does not pay for them.
+void SettleFreedBlocks(const std::string& directory);
+
+// How MeasureDiskLimit writes, for the benchmark's report.
 const char* DiskLimitMethod();

@@ -1,3 +1,4 @@
+#include <fcntl.h>
 #include <unistd.h>
 
 #include <chrono>
@@ -20,7 +21,16 @@ DiskLimit MeasureDiskLimit(const std::string& directory, uint64_t bytes)
   const int result = std::system(command.c_str());
   const auto written = std::chrono::steady_clock::now();
   unlink(path.c_str());
+  SettleFreedBlocks(directory);
   const std::chrono::duration<double> writing = written - start;
   const std::chrono::duration<double> deleting = std::chrono::steady_clock::now() - written;
   return DiskLimit{result == 0 ? writing.count() : -1.0, deleting.count()};
+}
+
+void SettleFreedBlocks(const std::string& directory)
+{
+  const int handle = open(directory.c_str(), O_RDONLY | O_DIRECTORY);
+  if (handle < 0) return;
+  fsync(handle);
+  close(handle);
 }

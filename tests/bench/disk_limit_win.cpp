@@ -27,8 +27,18 @@ DiskLimit MeasureDiskLimit(const std::string& directory, uint64_t bytes)
   const auto flushed = std::chrono::steady_clock::now();
   if (file != INVALID_HANDLE_VALUE) CloseHandle(file);
   DeleteFileA(path.c_str());
+  SettleFreedBlocks(directory);
   VirtualFree(buffer, 0, MEM_RELEASE);
   const std::chrono::duration<double> writing = flushed - start;
   const std::chrono::duration<double> deleting = std::chrono::steady_clock::now() - flushed;
   return DiskLimit{written ? writing.count() : -1.0, deleting.count()};
+}
+
+void SettleFreedBlocks(const std::string& directory)
+{
+  HANDLE folder = CreateFileA(directory.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                              nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+  if (folder == INVALID_HANDLE_VALUE) return;
+  FlushFileBuffers(folder);
+  CloseHandle(folder);
 }

@@ -5,14 +5,15 @@
 //   image_create_bench DIRECTORY [MEBIBYTES] [RUNS]     (defaults 1024 and 3)
 //
 // Each run deletes the image of the run before (untimed, as the limit's own file is deleted
-// outside its time), then measures the limit, ImgCreate, and ImgClear of the image just
-// made (opened as the clear command opens it; timed up to its ImgClose, which ends the
-// clear's flushing), and prints their speeds and ratios, and how long deleting the limit's
-// file took: the file system's price for freeing that many blocks, which the clear pays
-// when it cuts the old content off (the last column compares the clear with the limit
-// and that price together). Then the spread of the ratios over the runs. Last,
-// the change-password flow (key information, two key derivations, open, change of key,
-// close) on a 64 MiB and on the benchmark's image, the median of five.
+// outside its time, and each deletion waits until the file system has freed the blocks, so
+// that no measurement pays for the one before), then measures the limit, ImgCreate, and ImgClear of
+// the image just made (opened as the clear command opens it; timed up to its ImgClose, which ends
+// the clear's flushing), and prints their speeds and ratios, and how long deleting the limit's file
+// took: the file system's price for freeing that many blocks, which the clear pays when it cuts the
+// old content off (the last column compares the clear with the limit and that price together). Then
+// the spread of the ratios over the runs. Last, the change-password flow (key information, two key
+// derivations, open, change of key, close) on a 64 MiB and on the benchmark's image, the median of
+// five.
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
@@ -132,6 +133,7 @@ int main(int argc, char** argv)
   std::vector<double> clearRatios;
   for (int run = 1; run <= runs; ++run) {
     SysDeleteFile(imagePath.c_str());
+    SettleFreedBlocks(directory);
     const DiskLimit measured = MeasureDiskLimit(directory, bytes);
     const double limit = measured.writeSeconds;
     if (limit < 0) {
