@@ -99,7 +99,7 @@ bool CMainFrame::OnCreate()
   if (!CreateReBar(IDW_REBAR, IDW_BAND_FIRST)) return false;
   if (!AddBand(commandBar_.Handle(), false) || !AddBand(toolBar_.Handle(), true)) return false;
   if (!CreateStatusBar(IDW_STATUS_BAR, IDS_IDLE_MESSAGE)) return false;
-  if (view_.Create(hwnd_, RECT{}, kViewStyle) == nullptr) return false;
+  if (view_.Create(hwnd_, ClientViewRect(), kViewStyle) == nullptr) return false;
   SetClientView(view_.Handle());
 
   UpdateUi().AddToolBar(toolBar_.Handle());

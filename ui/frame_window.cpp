@@ -52,23 +52,35 @@ void CFrameWindow::UpdateLayout()
   GetClientRect(hwnd_, &client);
   // Both bars place themselves along their edge when told the parent's size changed.
   const LPARAM size = MAKELPARAM(client.right, client.bottom);
-  if (reBar_.IsWindow()) {
-    reBar_.Send(WM_SIZE, SIZE_RESTORED, size);
-    RECT bar{};
-    GetWindowRect(reBar_.Handle(), &bar);
-    client.top += bar.bottom - bar.top;
+  if (reBar_.IsWindow()) TellSize(reBar_.Handle(), size, reBarSize_);
+  if (statusBar_.IsWindow()) TellSize(statusBar_.Handle(), size, statusBarSize_);
+  if (view_ != nullptr) {
+    const RECT place = ClientViewRect();
+    SetWindowPos(view_, nullptr, place.left, place.top, place.right - place.left,
+                 place.bottom - place.top, SWP_NOZORDER | SWP_NOACTIVATE);
   }
-  if (statusBar_.IsWindow()) {
-    statusBar_.Send(WM_SIZE, SIZE_RESTORED, size);
-    RECT bar{};
-    GetWindowRect(statusBar_.Handle(), &bar);
+}
+
+RECT CFrameWindow::ClientViewRect() const
+{
+  RECT client{};
+  GetClientRect(hwnd_, &client);
+  RECT bar{};
+  if (reBar_.IsWindow() && GetWindowRect(reBar_.Handle(), &bar)) client.top += bar.bottom - bar.top;
+  if (statusBar_.IsWindow() && GetWindowRect(statusBar_.Handle(), &bar)) {
     client.bottom -= bar.bottom - bar.top;
   }
-  if (view_ != nullptr) {
-    SetWindowPos(view_, nullptr, client.left, client.top, client.right - client.left,
-                 client.bottom > client.top ? client.bottom - client.top : 0,
-                 SWP_NOZORDER | SWP_NOACTIVATE);
-  }
+  if (client.bottom < client.top) client.bottom = client.top;
+  return client;
+}
+
+void CFrameWindow::TellSize(HWND bar, LPARAM size, LPARAM& told)
+{
+  // A bar keeps its place while the client size stays; telling it the same size again would
+  // only lay it out and repaint it anew (the frame lays out on every band and height change).
+  if (size == told) return;
+  told = size;
+  SendMessageW(bar, WM_SIZE, SIZE_RESTORED, size);
 }
 
 void CFrameWindow::OnIdle()

@@ -31,6 +31,8 @@ class CFrameWindow : public CCustomWindow, public CIdleHandler {
 
   // Places the bars and the view in the client area.
   void UpdateLayout();
+  // The part of the client area between the bars, where the view goes.
+  RECT ClientViewRect() const;
 
   // Pushes the update map (CIdleHandler): the frame registers itself with the thread's
   // message loop when it is created and removes itself when it is destroyed.
@@ -61,10 +63,14 @@ class CFrameWindow : public CCustomWindow, public CIdleHandler {
   void EndPrompt();
   bool OnToolTipText(NMTTDISPINFOW& info);
   void OnChevronPushed(const NMREBARCHEVRON& chevron);
+  static void TellSize(HWND bar, LPARAM size, LPARAM& told);
 
   CReBarCtrl reBar_;
   CStatusBarCtrl statusBar_;
   HWND view_ = nullptr;
+  // The client size each bar was last told (MAKELPARAM never makes -1).
+  LPARAM reBarSize_ = -1;
+  LPARAM statusBarSize_ = -1;
   CUpdateUi updateUi_;
   UINT nextBandId_ = 0;
   CMessageLoop* loop_ = nullptr;

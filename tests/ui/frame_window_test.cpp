@@ -72,6 +72,53 @@ TEST_F(FrameWindowTest, BarsAndViewShareTheClientArea)
   ExpectLayout();
 }
 
+TEST_F(FrameWindowTest, TheViewsPlaceIsThePartBetweenTheBars)
+{
+  const RECT place = frame_.ClientViewRect();
+  const RECT view = InClient(frame_.list);
+  EXPECT_TRUE(EqualRect(&place, &view));
+  EXPECT_EQ(place.top, InClient(frame_.ReBar().Handle()).bottom);
+  EXPECT_EQ(place.bottom, InClient(frame_.StatusBar().Handle()).top);
+}
+
+// A layout with the client size unchanged leaves the bars alone: telling them the same size
+// again would only lay them out and repaint them for nothing.
+TEST_F(FrameWindowTest, TheBarsAreToldTheClientSizeOnlyWhenItChanges)
+{
+  // Counts the frame's client size told to a bar, not the bar's own size that it is told
+  // when it then moves itself.
+  const SUBCLASSPROC countSizes = [](HWND window, UINT message, WPARAM wParam, LPARAM lParam,
+                                     UINT_PTR, DWORD_PTR count) {
+    RECT client{};
+    GetClientRect(GetParent(window), &client);
+    if (message == WM_SIZE && lParam == MAKELPARAM(client.right, client.bottom)) {
+      ++*reinterpret_cast<int*>(count);
+    }
+    return DefSubclassProc(window, message, wParam, lParam);
+  };
+  int reBarSizes = 0;
+  int statusBarSizes = 0;
+  const HWND reBar = frame_.ReBar().Handle();
+  const HWND statusBar = frame_.StatusBar().Handle();
+  ASSERT_TRUE(SetWindowSubclass(reBar, countSizes, 1, reinterpret_cast<DWORD_PTR>(&reBarSizes)));
+  ASSERT_TRUE(
+      SetWindowSubclass(statusBar, countSizes, 1, reinterpret_cast<DWORD_PTR>(&statusBarSizes)));
+
+  frame_.UpdateLayout();
+  SendMessageW(frame_.Handle(), WM_SIZE, SIZE_RESTORED, 0);  // same size, told again
+  EXPECT_EQ(reBarSizes, 0);
+  EXPECT_EQ(statusBarSizes, 0);
+  ExpectLayout();
+
+  SetWindowPos(frame_.Handle(), nullptr, 0, 0, 640, 420, SWP_NOMOVE | SWP_NOZORDER);
+  EXPECT_EQ(reBarSizes, 1);
+  EXPECT_EQ(statusBarSizes, 1);
+  ExpectLayout();
+
+  RemoveWindowSubclass(reBar, countSizes, 1);
+  RemoveWindowSubclass(statusBar, countSizes, 1);
+}
+
 TEST_F(FrameWindowTest, BandsCarryTheCommandBarThenTheToolBar)
 {
   EXPECT_EQ(GetDlgCtrlID(frame_.ReBar().Handle()), IDW_SAMPLE_REBAR);
