@@ -4,7 +4,13 @@
 // its WMU_CREATE_DONE, for a fixed AES-256 image; every drive letter is taken, so there is
 // no temporary mount and no formatting in the time.
 //
-//   wizard_create_bench DIRECTORY [MEBIBYTES] [RUNS]     (defaults 1024 and 3)
+// Wine writes "unbuffered" files through the system's cache, so both sides first copy into
+// memory the system hands out, and on a virtual machine that memory is sometimes slow to
+// come (about 0.35 against 2.5 GB/s here, in no fixed order): one run's ratio compares
+// whichever side was unlucky. The fastest run of each side, both over the same runs, is
+// what each can do, and their ratio is the one to read.
+//
+//   wizard_create_bench DIRECTORY [MEBIBYTES] [RUNS]     (defaults 1024 and 7)
 #include <windows.h>
 
 #include <algorithm>
@@ -73,7 +79,7 @@ int main(int argc, char** argv)
   }
   const std::string directory = argv[1];
   const uint64_t bytes = (argc > 2 ? std::strtoull(argv[2], nullptr, 10) : 1024) << 20;
-  const int runs = argc > 3 ? std::max(1, std::atoi(argv[3])) : 3;
+  const int runs = argc > 3 ? std::max(1, std::atoi(argv[3])) : 7;
 
   WNDCLASSW windowClass{};
   windowClass.lpfnWndProc = WatchProc;
@@ -97,14 +103,19 @@ int main(int argc, char** argv)
               static_cast<unsigned long long>(bytes >> 20), directory.c_str(), runs);
   std::printf("limit: %s\n", DiskLimitMethod());
   std::printf("%-4s %14s %16s %6s\n", "run", "limit", "wizard", "ratio");
+  const double megabytes = static_cast<double>(bytes) / 1e6;
   std::vector<double> ratios;
+  double fastestLimit = 0;
+  double fastestCreation = 0;
   for (int run = 1; run <= runs; ++run) {
     SysDeleteFile(job.path.c_str());
+    SettleFreedBlocks(directory);
     const double limit = MeasureDiskLimit(directory, bytes).writeSeconds;
     const double creation = CreationSeconds(window, watch, job);
     if (limit < 0 || creation < 0) return 1;
     ratios.push_back(limit / creation);
-    const double megabytes = static_cast<double>(bytes) / 1e6;
+    fastestLimit = run == 1 ? limit : std::min(fastestLimit, limit);
+    fastestCreation = run == 1 ? creation : std::min(fastestCreation, creation);
     std::printf("%-4d %9.0f MB/s %11.0f MB/s %6.2f\n", run, megabytes / limit, megabytes / creation,
                 ratios.back());
   }
@@ -112,6 +123,9 @@ int main(int argc, char** argv)
   std::sort(ratios.begin(), ratios.end());
   std::printf("wizard / limit:        min %.2f  median %.2f  max %.2f\n", ratios.front(),
               ratios[ratios.size() / 2], ratios.back());
+  std::printf("fastest of %d runs:    limit %.0f MB/s, wizard %.0f MB/s, ratio %.2f\n", runs,
+              megabytes / fastestLimit, megabytes / fastestCreation,
+              fastestLimit / fastestCreation);
   DestroyWindow(window);
   return 0;
 }
