@@ -1,29 +1,36 @@
 // Writes the image stream's bulk content on a thread of its own, chunk after chunk in the
-// order they are handed over, while the caller enciphers the next chunks and reports
-// progress. The first failure stops the writes: every chunk handed over behind it is
-// skipped, so the files hold what writing chunk after chunk on one thread leaves. While
+// order they are handed over, while the next chunks are enciphered and progress is
+// reported. Every kFlushInterval chunks a second thread flushes the volume files written so
+// far, so that the disk takes the data while the next chunks are made instead of all of it
+// at the flush that closes the bulk (a system that writes "unbuffered" files through its
+// cache, as Wine does, would otherwise write the whole content only then). The first
+// failure of a write or of such a flush stops the writes: every chunk handed over behind it
+// is skipped, so the files hold what writing chunk after chunk on one thread leaves. While
 // chunks are outstanding the writer owns the set's volume files; the caller touches the
 // set again only after Stop.
 #pragma once
 
-#include <condition_variable>
 #include <cstdint>
-#include <mutex>
 #include <thread>
+#include <vector>
 
 #include "image/image_set.h"
+#include "system/sync.h"
 
 class ChunkWriter {
  public:
   // The most chunks handed over and not yet written.
   static constexpr uint32_t kMostOutstanding = 4;
+  // The chunks written between two flushes behind the writes.
+  static constexpr uint64_t kFlushInterval = 16;
 
   ChunkWriter() = default;
   ChunkWriter(const ChunkWriter&) = delete;
   ChunkWriter& operator=(const ChunkWriter&) = delete;
   ~ChunkWriter();
 
-  // Starts the thread that writes into `set`; kImgOutOfMemory when it cannot start.
+  // Starts the threads that write into `set` and flush it; kImgOutOfMemory when they cannot
+  // start.
   StatusCode Start(ImageSet& set);
 
   // Hands over the next chunk (numbered from 0 in this order): `length` bytes, as they go on disk,
@@ -32,10 +39,11 @@ class ChunkWriter {
   void Submit(uint64_t offset, const uint8_t* bytes, uint32_t length);
 
   // Waits until chunk `index` is written; 0, or the first failure if it stopped the writes
-  // at this chunk or before.
+  // at this chunk or before (a failed flush stops them at the chunk being written then).
   StatusCode WaitFor(uint64_t index);
 
-  // Skips the chunks not begun, lets the one being written end, and stops the thread.
+  // Skips the chunks not begun, lets the one being written and a flush asked for end, and
+  // stops the threads.
   void Stop();
 
  private:
@@ -46,11 +54,16 @@ class ChunkWriter {
   };
 
   void Work();
+  void FlushBehind();
+  void Fail(StatusCode status);  // records the first failure, with the mutex held
 
   ImageSet* set_ = nullptr;
   std::thread thread_;
-  std::mutex mutex_;
-  std::condition_variable changed_;
+  std::thread flusher_;
+  std::vector<SysFile*> filesToFlush_;  // the volume files of the flush asked for
+  bool flushAsked_ = false;
+  SysMutex mutex_;
+  SysCondition changed_;
   Chunk chunks_[kMostOutstanding];
   uint64_t submitted_ = 0;
   uint64_t written_ = 0;  // chunks done, skipped ones included

@@ -32,11 +32,12 @@ struct ContentBuffer {
 // The enciphered chunks waiting for the writer, one slot per chunk it may hold.
 constexpr size_t kRingSize = size_t{ChunkWriter::kMostOutstanding} * kChunkSize;
 
-// One share of the enciphering for each processor (the calling thread takes one of them);
-// the writer has a thread of its own.
+// One enciphering thread for each processor but one (at least one): the writer has a
+// thread of its own, and the calling thread reports the progress meanwhile.
 unsigned EncipheringThreads()
 {
-  return std::clamp(std::thread::hardware_concurrency(), 1u, 16u);
+  const unsigned processors = std::max(std::thread::hardware_concurrency(), 2u);
+  return std::min(processors - 1, 16u);
 }
 
 // Fills a buffer with empty table blocks: every entry free, every block sealed.
@@ -58,8 +59,8 @@ struct BulkWriters {
 // after chunk would. Meanwhile the chunks behind it are enciphered (in an encrypted set,
 // into the ring's slots, on the encryptor's threads) and written on the writer's thread, so
 // the disk always has the next chunk at hand. A cancel stops at the chunk it was reported
-// for: the chunks already under way are cut off again. The writes go behind; a success
-// ends with the flush that makes them stable.
+// for: the chunks already under way are cut off again. The writes go behind and are flushed
+// behind as they go (ChunkWriter); a success ends with the flush that makes the rest stable.
 StatusCode WriteBulk(ImageSet& set, const uint8_t* content, uint64_t total, BulkWriters& bulk,
                      Progress& progress)
 {
@@ -81,29 +82,35 @@ StatusCode WriteBulk(ImageSet& set, const uint8_t* content, uint64_t total, Bulk
   };
 
   // The writer always holds the chunks handed over since the oldest unreported one; a
-  // chunk is reported when its slot is needed again, so the writer has work while the
-  // progress window takes its time.
+  // chunk is reported when its slot is needed again, while the encryptor's threads
+  // encipher the next chunk into it, so neither the writer nor the enciphering waits while
+  // the progress window takes its time. A cancelled report drops the chunk enciphered
+  // meanwhile before it is handed over.
+  constexpr uint64_t kSlots = ChunkWriter::kMostOutstanding;
   StatusCode status = kStatusSuccess;
   for (uint64_t chunk = 0; chunk < chunks; ++chunk) {
-    const uint64_t slot = chunk % ChunkWriter::kMostOutstanding;
-    if (chunk >= ChunkWriter::kMostOutstanding) {
-      status = report(chunk - ChunkWriter::kMostOutstanding + 1);
+    // The slot's chunk before is written before anything is enciphered over it.
+    if (chunk >= kSlots) {
+      status = bulk.writer.WaitFor(chunk - kSlots);
       if (IsFailure(status)) break;
     }
     const uint64_t offset = start + chunk * kChunkSize;
     const uint8_t* bytes = content;
     if (set.IsEncrypted()) {
-      uint8_t* target = bulk.ring.data + slot * kChunkSize;
+      uint8_t* target = bulk.ring.data + (chunk % kSlots) * kChunkSize;
       bulk.encryptor.Begin(offset, content, target, lengthOf(chunk));
-      status = bulk.encryptor.Finish();
-      if (IsFailure(status)) {
-        // The chunks before it are reported first, as writing one after the other would.
-        const StatusCode before = report(chunk);
-        if (IsFailure(before)) status = before;
-        break;
-      }
       bytes = target;
     }
+    if (chunk >= kSlots) status = report(chunk - kSlots + 1);
+    if (set.IsEncrypted()) {
+      const StatusCode enciphered = bulk.encryptor.Finish();
+      if (!IsFailure(status) && IsFailure(enciphered)) {
+        // The chunks before it are reported first, as writing one after the other would.
+        const StatusCode before = report(chunk);
+        status = IsFailure(before) ? before : enciphered;
+      }
+    }
+    if (IsFailure(status)) break;
     bulk.writer.Submit(offset, bytes, lengthOf(chunk));
   }
   if (!IsFailure(status)) status = report(chunks);

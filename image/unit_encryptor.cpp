@@ -11,15 +11,14 @@ UnitEncryptor::~UnitEncryptor()
 StatusCode UnitEncryptor::Start(const ImageSet& set, unsigned threads)
 {
   set_ = &set;
-  for (unsigned i = 0; i < threads; ++i) {
+  for (unsigned i = 0; i < std::max(threads, 1u); ++i) {
     CipherContext* copy = nullptr;
     const StatusCode status = CipherDuplicate(set.dataCipher, &copy);
     if (IsFailure(status)) return status;
     ciphers_.push_back(copy);
   }
   try {
-    // The last share is the caller's.
-    for (size_t i = 0; i + 1 < ciphers_.size(); ++i)
+    for (size_t i = 0; i < ciphers_.size(); ++i)
       threads_.emplace_back(&UnitEncryptor::Work, this, i);
   } catch (const std::system_error&) {
     return kImgOutOfMemory;
@@ -29,7 +28,7 @@ StatusCode UnitEncryptor::Start(const ImageSet& set, unsigned threads)
 
 void UnitEncryptor::Begin(uint64_t offset, const uint8_t* input, uint8_t* output, uint32_t length)
 {
-  const std::lock_guard<std::mutex> lock(mutex_);
+  const std::lock_guard<SysMutex> lock(mutex_);
   job_ = Job{offset, input, output, length};
   busy_ = threads_.size();
   status_ = kStatusSuccess;
@@ -39,14 +38,9 @@ void UnitEncryptor::Begin(uint64_t offset, const uint8_t* input, uint8_t* output
 
 StatusCode UnitEncryptor::Finish()
 {
-  std::unique_lock<std::mutex> lock(mutex_);
-  const Job job = job_;
-  finishedGeneration_ = generation_;
-  lock.unlock();
-  const StatusCode own = EncipherShare(job, ciphers_.size() - 1);
-  lock.lock();
+  std::unique_lock<SysMutex> lock(mutex_);
   finished_.wait(lock, [this] { return busy_ == 0; });
-  return IsFailure(status_) ? status_ : own;
+  return status_;
 }
 
 StatusCode UnitEncryptor::EncipherShare(const Job& job, size_t index) const
@@ -65,7 +59,7 @@ StatusCode UnitEncryptor::EncipherShare(const Job& job, size_t index) const
 void UnitEncryptor::Work(size_t index)
 {
   uint64_t seen = 0;
-  std::unique_lock<std::mutex> lock(mutex_);
+  std::unique_lock<SysMutex> lock(mutex_);
   for (;;) {
     begun_.wait(lock, [&] { return generation_ != seen || stopping_; });
     if (generation_ == seen) return;  // stopping, with no work left
@@ -81,9 +75,9 @@ void UnitEncryptor::Work(size_t index)
 
 void UnitEncryptor::Stop()
 {
-  if (generation_ != finishedGeneration_) Finish();
+  // A thread ends the job begun last before it sees the stop.
   {
-    const std::lock_guard<std::mutex> lock(mutex_);
+    const std::lock_guard<SysMutex> lock(mutex_);
     stopping_ = true;
   }
   begun_.notify_all();

@@ -1,36 +1,33 @@
-// Enciphers the independent units of a chunk on several threads, each with its own copy
-// of the set's data cipher; the calling thread takes one share itself. The bytes are the
-// same as one thread would make.
+// Enciphers the independent units of a chunk on threads of its own, each with its own copy
+// of the set's data cipher, while the calling thread does other work (the bulk writes
+// report progress meanwhile). The bytes are the same as one thread would make.
 #pragma once
 
-#include <condition_variable>
 #include <cstdint>
-#include <mutex>
 #include <thread>
 #include <vector>
 
 #include "image/image_set.h"
+#include "system/sync.h"
 
 class UnitEncryptor {
  public:
   UnitEncryptor() = default;
   UnitEncryptor(const UnitEncryptor&) = delete;
   UnitEncryptor& operator=(const UnitEncryptor&) = delete;
-  // Lets the work begun last run to its end (the caller's share too, if Finish did not
-  // come), then stops the threads.
+  // Lets the work begun last run to its end, then stops the threads.
   ~UnitEncryptor();
 
-  // Copies the set's data cipher for `threads` shares and starts a thread for every share
-  // but the caller's. The cipher engine's code when a copy cannot be made; kImgOutOfMemory
-  // when a thread cannot start.
+  // Copies the set's data cipher for `threads` shares (at least one) and starts a thread
+  // for each. The cipher engine's code when a copy cannot be made; kImgOutOfMemory when a
+  // thread cannot start.
   StatusCode Start(const ImageSet& set, unsigned threads);
 
   // Begins enciphering `length` bytes (whole units) of `input`, which belong at stream
-  // offset `offset`, into `output`. Both buffers must stay until Finish returns.
+  // offset `offset`, into `output`, and returns. Both buffers must stay until Finish returns.
   void Begin(uint64_t offset, const uint8_t* input, uint8_t* output, uint32_t length);
 
-  // Enciphers the caller's share of the work begun last and waits for the threads'; the
-  // first failure.
+  // Waits until the work begun last is done; its first failure.
   StatusCode Finish();
 
  private:
@@ -50,13 +47,12 @@ class UnitEncryptor {
   const ImageSet* set_ = nullptr;
   std::vector<CipherContext*> ciphers_;
   std::vector<std::thread> threads_;
-  std::mutex mutex_;
-  std::condition_variable begun_;
-  std::condition_variable finished_;
+  SysMutex mutex_;
+  SysCondition begun_;
+  SysCondition finished_;
   Job job_;
-  uint64_t generation_ = 0;          // counts the jobs begun
-  uint64_t finishedGeneration_ = 0;  // the last job whose caller's share is done
-  size_t busy_ = 0;                  // threads still working on the current job
+  uint64_t generation_ = 0;  // counts the jobs begun
+  size_t busy_ = 0;          // threads still working on the current job
   bool stopping_ = false;
   StatusCode status_ = kStatusSuccess;
 };

@@ -167,6 +167,12 @@ StatusCode SysSetFileSize(SysFile* file, uint64_t size)
 StatusCode SysFlushFile(SysFile* file)
 {
   if (file == nullptr) return kSysInvalidParameter;
+  {
+    std::lock_guard<std::mutex> lock(g_faultsMutex);
+    if (g_faults != nullptr && ++g_faults->flushesSeen == g_faults->failingFlush) {
+      return kSysWriteFault;
+    }
+  }
   return BackendFlush(file->native);
 }
 

@@ -84,12 +84,15 @@ struct SysFileFaults {
   uint64_t failingWrite = 0;
   // The read (counted from 1) that fails with kSysReadFault; 0 = none.
   uint64_t failingRead = 0;
+  // The flush (counted from 1 across all files) that fails with kSysWriteFault; 0 = none.
+  uint64_t failingFlush = 0;
   // What SysGetFreeSpace reports instead of the real figure; UINT64_MAX = the real figure.
   uint64_t freeSpace = UINT64_MAX;
-  // Counters kept by the seam: every read and write that passed the argument checks,
+  // Counters kept by the seam: every read, write and flush that passed the argument checks,
   // failed ones included.
   uint64_t writesSeen = 0;
   uint64_t readsSeen = 0;
+  uint64_t flushesSeen = 0;
 };
 
 // Installs a plan (the seam updates its counters), or removes it with nullptr.

@@ -3,13 +3,15 @@
 // What the user and the disk see must still be what writing chunk after chunk leaves: the
 // reports in order with their values, a cancel that ends the stream where the cancelled
 // report said, a write failure that stops the writes at the failing chunk and reaches the
-// status, and no hang.
+// status, and no hang. The written chunks are flushed behind the writes, and a failed flush
+// is a failed write.
 #include <gtest/gtest.h>
 
 #include <chrono>
 #include <thread>
 #include <vector>
 
+#include "image/chunk_writer.h"
 #include "image/image_handle.h"
 #include "support/image_fixture.h"
 #include "system/file.h"
@@ -167,4 +169,44 @@ TEST_F(BulkPipeline, DiskFullWhileTheWriterIsAheadIsReportedAfterTheChunksBefore
   EXPECT_EQ(ImgClose(handle, 0), 0u);
   // The failing chunk stored its first half, as the one write would have.
   EXPECT_EQ(FileSize(Path()), kHeaderSize + kContentStart + (6ull << 20) + (1 << 19));
+}
+
+TEST_F(BulkPipeline, TheWritesAreFlushedBehindAsTheyGo)
+{
+  // Sixty-four chunks: a flush behind the writes every sixteen (one may be let go while the
+  // one before is still under way, never the first), then the flush that closes the bulk.
+  faults_ = SysFileFaults{};
+  SysSetFileFaults(&faults_);
+  ASSERT_EQ(CreateImage(Path(), keys_, CreateParams(4 * kCapacity, kCreateFixed)), 0u);
+  EXPECT_GE(faults_.flushesSeen, 2u);
+  EXPECT_LE(faults_.flushesSeen, 1u + 64 / ChunkWriter::kFlushInterval);
+}
+
+TEST_F(BulkPipeline, AFailedFlushBehindTheWritesEndsTheCreationWithItsStatusAndLeavesNoFile)
+{
+  faults_ = SysFileFaults{};
+  faults_.failingFlush = 1;
+  SysSetFileFaults(&faults_);
+  EXPECT_EQ(CreateImage(Path(), keys_, CreateParams(4 * kCapacity, kCreateFixed)), kSysWriteFault);
+  EXPECT_EQ(faults_.flushesSeen, 1u);  // the closing flush never came
+  // The writes stopped at the chunk being written when the flush failed.
+  EXPECT_LT(faults_.writesSeen, 3u + 64);
+  SysSetFileFaults(nullptr);
+  EXPECT_EQ(FileCount(dir_), 0u);
+}
+
+TEST_F(BulkPipeline, AFailedFlushBehindTheWritesEndsTheClearWithItsStatus)
+{
+  ASSERT_EQ(CreateImage(Path(), keys_, CreateParams(4 * kCapacity, kCreateFixed)), 0u);
+  ImageHandle* handle = OpenCounting();
+  ASSERT_NE(handle, nullptr);
+  faults_.failingFlush = 1;
+  SlowWindow window;
+  EXPECT_EQ(ImgClear(handle, SlowWindow::Callback, &window), kSysWriteFault);
+  SysSetFileFaults(nullptr);
+  // Reported: the chunks written before the writes stopped, fewer than all sixty-four.
+  EXPECT_GE(window.reports.size(), ChunkWriter::kFlushInterval);
+  EXPECT_LT(window.reports.size(), 64u);
+  EXPECT_EQ(ImgClose(handle, 0), 0u);
+  EXPECT_EQ(OpenImage(Path(), keys_, &handle), 0x40050009u);  // the clear never finished
 }
