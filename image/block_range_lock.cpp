@@ -10,7 +10,7 @@ bool BlockRangeLock::Overlaps(uint64_t first, uint64_t end) const
 
 void BlockRangeLock::Lock(uint64_t first, uint64_t end)
 {
-  std::unique_lock<std::mutex> lock(mutex_);
+  std::unique_lock<SysMutex> lock(mutex_);
   released_.wait(lock, [&] { return !Overlaps(first, end); });
   held_.push_back(Range{first, end});
 }
@@ -18,7 +18,7 @@ void BlockRangeLock::Lock(uint64_t first, uint64_t end)
 void BlockRangeLock::Unlock(uint64_t first, uint64_t end)
 {
   {
-    const std::lock_guard<std::mutex> lock(mutex_);
+    const std::lock_guard<SysMutex> lock(mutex_);
     const auto range = std::find_if(held_.begin(), held_.end(), [&](const Range& held) {
       return held.first == first && held.end == end;
     });

@@ -4,10 +4,10 @@
 // read-modify-write of a partial block never meets another request on the same block.
 #pragma once
 
-#include <condition_variable>
 #include <cstdint>
-#include <mutex>
 #include <vector>
+
+#include "system/sync.h"
 
 class BlockRangeLock {
  public:
@@ -25,8 +25,8 @@ class BlockRangeLock {
 
   bool Overlaps(uint64_t first, uint64_t end) const;
 
-  std::mutex mutex_;
-  std::condition_variable released_;
+  SysMutex mutex_;
+  SysCondition released_;
   std::vector<Range> held_;
 };
 

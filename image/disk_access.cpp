@@ -58,7 +58,7 @@ StatusCode MapRun(ImageHandle& handle, uint64_t block, uint32_t limit, BlockRun*
 StatusCode PrepareCipher(ImageHandle& handle, DiskWorkspace& space)
 {
   if (space.cipher != nullptr || !handle.set.IsEncrypted()) return kStatusSuccess;
-  const std::lock_guard<std::mutex> lock(handle.disk.container);
+  const std::lock_guard<SysMutex> lock(handle.disk.container);
   return CipherDuplicate(handle.set.dataCipher, &space.cipher);
 }
 
@@ -127,7 +127,7 @@ StatusCode ReadBlocks(ImageHandle& handle, DiskWorkspace& space, uint64_t block,
     const uint64_t skip = uint64_t{done} * handle.blockSize;
     uint8_t* read = inPlace ? buffer + skip : space.chunk;
     {
-      const std::lock_guard<std::mutex> lock(handle.disk.container);
+      const std::lock_guard<SysMutex> lock(handle.disk.container);
       status = MapRun(handle, block + done, count - done, &run);
       if (!IsFailure(status) && run.assigned) {
         status =
@@ -158,7 +158,7 @@ StatusCode WriteBlocks(ImageHandle& handle, DiskWorkspace& space, uint64_t block
   for (uint32_t done = 0; done < count && !IsFailure(status);) {
     BlockRun run;
     const uint64_t skip = uint64_t{done} * handle.blockSize;
-    std::unique_lock<std::mutex> lock(handle.disk.container);
+    std::unique_lock<SysMutex> lock(handle.disk.container);
     status = MapRun(handle, block + done, count - done, &run);
     if (IsFailure(status)) break;
     const uint32_t bytes = run.count * handle.blockSize;
@@ -251,7 +251,7 @@ StatusCode ImgFlushDisk(ImageHandle* handle)
 {
   if (handle == nullptr) return kImgInvalidParameter;
   if (handle->set.IsReadOnly()) return kStatusSuccess;
-  const std::lock_guard<std::mutex> lock(handle->disk.container);
+  const std::lock_guard<SysMutex> lock(handle->disk.container);
   StatusCode status = handle->tableCache ? handle->tableCache->Flush() : kStatusSuccess;
   if (!IsFailure(status)) status = FlushVolumes(handle->set);
   return status;

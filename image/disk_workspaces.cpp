@@ -15,7 +15,7 @@ DiskWorkspace::~DiskWorkspace()
 StatusCode DiskWorkspaces::Take(uint32_t blockSize, std::unique_ptr<DiskWorkspace>* workspace)
 {
   {
-    const std::lock_guard<std::mutex> lock(mutex_);
+    const std::lock_guard<SysMutex> lock(mutex_);
     if (!free_.empty()) {
       *workspace = std::move(free_.back());
       free_.pop_back();
@@ -33,6 +33,6 @@ StatusCode DiskWorkspaces::Take(uint32_t blockSize, std::unique_ptr<DiskWorkspac
 
 void DiskWorkspaces::Give(std::unique_ptr<DiskWorkspace> workspace)
 {
-  const std::lock_guard<std::mutex> lock(mutex_);
+  const std::lock_guard<SysMutex> lock(mutex_);
   free_.push_back(std::move(workspace));
 }

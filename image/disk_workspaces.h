@@ -7,12 +7,12 @@
 
 #include <cstdint>
 #include <memory>
-#include <mutex>
 #include <vector>
 
 #include "crypto/cipher.h"
 #include "image/image_set.h"
 #include "system/status.h"
+#include "system/sync.h"
 
 struct DiskWorkspace {
   CipherContext* cipher = nullptr;  // null until a request of an encrypted image makes it
@@ -35,6 +35,6 @@ class DiskWorkspaces {
   void Give(std::unique_ptr<DiskWorkspace> workspace);
 
  private:
-  std::mutex mutex_;
+  SysMutex mutex_;
   std::vector<std::unique_ptr<DiskWorkspace>> free_;
 };

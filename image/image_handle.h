@@ -2,7 +2,6 @@
 #pragma once
 
 #include <memory>
-#include <mutex>
 
 #include "image/block_range_lock.h"
 #include "image/disk_workspaces.h"
@@ -10,12 +9,13 @@
 #include "image/image_set.h"
 #include "image/records.h"
 #include "image/table_cache.h"
+#include "system/sync.h"
 
 // What lets the disk's requests (disk_access.h) run on several threads at once.
 struct DiskRequests {
   // The container's shared state: the table cache, the stream's end where storage is
   // assigned, the set's volume files and their use, and the set's own cipher and buffer.
-  std::mutex container;
+  SysMutex container;
   BlockRangeLock blocks;  // requests on the same blocks one after the other
   DiskWorkspaces workspaces;
 };
