@@ -34,13 +34,13 @@ class SysCondition {
   template <typename Ready>
   void wait(std::unique_lock<SysMutex>& lock, Ready ready)
   {
-    while (!ready()) Sleep(*lock.mutex());
+    while (!ready()) WaitOnce(*lock.mutex());
   }
   void notify_all();
 
  private:
-  void Sleep(SysMutex& mutex);
-  void* condition_ = nullptr;  // the system's condition variable, with no waiter when zero
+  void WaitOnce(SysMutex& mutex);  // until woken (or spuriously), the mutex released meanwhile
+  void* condition_ = nullptr;      // the system's condition variable, with no waiter when zero
 };
 
 #else

@@ -11,6 +11,11 @@ SRWLOCK* SystemLock(void** storage)
   return reinterpret_cast<SRWLOCK*>(storage);
 }
 
+CONDITION_VARIABLE* SystemCondition(void** storage)
+{
+  return reinterpret_cast<CONDITION_VARIABLE*>(storage);
+}
+
 }  // namespace
 
 void SysMutex::lock()
@@ -23,13 +28,12 @@ void SysMutex::unlock()
   ReleaseSRWLockExclusive(SystemLock(&lock_));
 }
 
-void SysCondition::Sleep(SysMutex& mutex)
+void SysCondition::WaitOnce(SysMutex& mutex)
 {
-  SleepConditionVariableSRW(reinterpret_cast<CONDITION_VARIABLE*>(&condition_),
-                            SystemLock(&mutex.lock_), INFINITE, 0);
+  SleepConditionVariableSRW(SystemCondition(&condition_), SystemLock(&mutex.lock_), INFINITE, 0);
 }
 
 void SysCondition::notify_all()
 {
-  WakeAllConditionVariable(reinterpret_cast<CONDITION_VARIABLE*>(&condition_));
+  WakeAllConditionVariable(SystemCondition(&condition_));
 }
