@@ -16,11 +16,7 @@ HWND MessageBoxOf(const Prompt& prompt)
   std::thread([] { MessageBoxW(nullptr, Wide(shown.text), Wide(caption), shown.flags); }).detach();
   for (int attempt = 0; attempt < 200; ++attempt) {
     const HWND box = FindWindowW(L"#32770", Wide(caption));
-    if (box != nullptr && IsWindowVisible(box)) {
-      // The box's thread answers only once it waits in the box's message loop.
-      SendMessageTimeoutW(box, WM_NULL, 0, 0, SMTO_NORMAL, 2000, nullptr);
-      return box;
-    }
+    if (box != nullptr && IsWindowVisible(box)) return box;
     Sleep(25);
   }
   return nullptr;

@@ -7,7 +7,7 @@
 #include "app/prompt.h"
 
 // Shows `prompt` with MessageBoxW on a thread of its own (the box is modal) and returns the
-// box once it shows and its thread waits in the box's message loop, found by its caption;
-// null when it did not show within five seconds. The program ends with the picture taken,
-// the box still open.
+// box, found by its caption, once it shows; null when it did not show within five seconds.
+// The capture waits until the box's thread has painted it. The program ends with the
+// picture taken, the box still open.
 HWND MessageBoxOf(const Prompt& prompt);

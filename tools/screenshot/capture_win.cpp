@@ -37,10 +37,10 @@ bool CaptureWindow(HWND window, RgbImage& image)
   RedrawWindow(window, nullptr, nullptr,
                RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW | RDW_ALLCHILDREN | RDW_FRAME);
   // A window of another thread (a message box in its own modal loop) paints when that
-  // thread gets to it: wait for it, for two seconds at the most.
-  // Its update region empties when a paint begins, before anything is drawn: once nothing
-  // waits, a message sent to it returns only when that thread is back in its message loop,
-  // every paint it began finished.
+  // thread gets to it: wait for it, for two seconds at the most. Its update region empties
+  // when a paint begins, before anything is drawn: once nothing waits, a message sent to it
+  // returns only when that thread is back in its message loop, every paint it began
+  // finished.
   for (int wait = 0; wait < 200 && WaitsForPaint(window); ++wait) Sleep(10);
   SendMessageTimeoutW(window, WM_NULL, 0, 0, SMTO_NORMAL, 2000, nullptr);
   const CWindowDc source(window, CWindowDc::Area::kWholeWindow);
