@@ -1,5 +1,6 @@
 #include "app/startup/ctell_process_win.h"
 
+#include <cstdio>
 #include <string>
 #include <vector>
 
@@ -43,11 +44,20 @@ CtellProcess::CtellProcess(const std::wstring& arguments)
   STARTUPINFOW startup{};
   startup.cb = sizeof startup;
   PROCESS_INFORMATION info{};
-  if (CreateProcessW(program.c_str(), commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr,
-                     nullptr, &startup, &info)) {
-    CloseHandle(info.hThread);
-    process_ = info.hProcess;
-    id_ = info.dwProcessId;
+  // Under Wine the creation of a process fails, rarely, before the program runs at all
+  // (one start in thousands). Nothing of the program has run then, so it is started
+  // again, and the failure is told on standard error so that it stays visible.
+  constexpr int kAttempts = 3;
+  for (int attempt = 1; attempt <= kAttempts; ++attempt) {
+    if (CreateProcessW(program.c_str(), commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr,
+                       nullptr, &startup, &info)) {
+      CloseHandle(info.hThread);
+      process_ = info.hProcess;
+      id_ = info.dwProcessId;
+      return;
+    }
+    std::fprintf(stderr, "ctell.exe did not start (attempt %d of %d): error %lu\n", attempt,
+                 kAttempts, GetLastError());
   }
 }
 

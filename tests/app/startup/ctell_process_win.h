@@ -51,7 +51,7 @@ class CtellProcess {
   DWORD Id() const { return id_; }
 
   // The exit code once the process ended within `milliseconds` (this thread's messages
-  // run meanwhile); nothing when it still runs.
+  // run meanwhile); nothing when it still runs or never started.
   std::optional<DWORD> WaitForExit(DWORD milliseconds);
   // The same, but this thread's messages wait meanwhile: its windows look hung to others.
   std::optional<DWORD> WaitForExitWithoutAnswering(DWORD milliseconds);
@@ -69,7 +69,7 @@ class CtellProcess {
 };
 
 // Starts ctell.exe with `arguments` and waits up to `milliseconds` for its exit code;
-// nothing when it did not end in time (it is terminated then).
+// nothing when it did not start or did not end in time (it is terminated then).
 std::optional<DWORD> RunCtell(const std::wstring& arguments, DWORD milliseconds = 20000);
 
 // The exit code -1 as the system reports it.
