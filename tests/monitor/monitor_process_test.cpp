@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <optional>
 #include <string>
 
 #include "app/monitor_control.h"
@@ -15,6 +16,7 @@
 #include "res/resource.h"
 #include "settings/hot_key.h"
 #include "settings/options.h"
+#include "support/program_start_win.h"
 #include "support/scripted_message_boxes.h"
 #include "system/module_path.h"
 #include "system/wide_text_win.h"
@@ -112,16 +114,11 @@ class CMonitorProcess {
   {
     std::u16string path;
     if (IsFailure(SysGetPathBesideModule(u"ctellmon.exe", &path))) return false;
-    std::wstring commandLine = L"\"" + std::wstring(Wide(path)) + L"\"";
-    STARTUPINFOW startup{};
-    startup.cb = sizeof startup;
-    PROCESS_INFORMATION info{};
-    if (!CreateProcessW(Wide(path), commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr,
-                        nullptr, &startup, &info)) {
-      return false;
-    }
-    CloseHandle(info.hThread);
-    process_.Reset(info.hProcess);
+    const std::wstring program(Wide(path));
+    const std::optional<PROCESS_INFORMATION> started =
+        StartProgram(program, L"\"" + program + L"\"");
+    if (!started) return false;
+    process_.Reset(started->hProcess);
     return true;
   }
 

@@ -1,11 +1,11 @@
 #include "app/startup/ctell_process_win.h"
 
-#include <cstdio>
 #include <string>
 #include <vector>
 
 #include "app/instance_names.h"
 #include "support/process_windows_win.h"
+#include "support/program_start_win.h"
 #include "system/wide_text_win.h"
 
 std::wstring ControlText(HWND dialog, int id)
@@ -40,25 +40,11 @@ void PumpMessagesFor(DWORD milliseconds)
 CtellProcess::CtellProcess(const std::wstring& arguments)
 {
   const std::wstring program = CtellPath();
-  std::wstring commandLine = L"\"" + program + L"\"" + (arguments.empty() ? L"" : L" " + arguments);
-  STARTUPINFOW startup{};
-  startup.cb = sizeof startup;
-  PROCESS_INFORMATION info{};
-  // Under Wine the creation of a process fails, rarely, before the program runs at all
-  // (one start in thousands). Nothing of the program has run then, so it is started
-  // again, and the failure is told on standard error so that it stays visible.
-  constexpr int kAttempts = 3;
-  for (int attempt = 1; attempt <= kAttempts; ++attempt) {
-    if (CreateProcessW(program.c_str(), commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr,
-                       nullptr, &startup, &info)) {
-      CloseHandle(info.hThread);
-      process_ = info.hProcess;
-      id_ = info.dwProcessId;
-      return;
-    }
-    std::fprintf(stderr, "ctell.exe did not start (attempt %d of %d): error %lu\n", attempt,
-                 kAttempts, GetLastError());
-  }
+  const std::optional<PROCESS_INFORMATION> started =
+      StartProgram(program, L"\"" + program + L"\"" + (arguments.empty() ? L"" : L" " + arguments));
+  if (!started) return;
+  process_ = started->hProcess;
+  id_ = started->dwProcessId;
 }
 
 CtellProcess::~CtellProcess()
