@@ -83,6 +83,8 @@ wine_session_ensure() {
   "$wine_loader" wineboot </dev/null >/dev/null 2>&1
 }
 
+# Ends the wineserver of the prefix at $1, or of the session's prefix when none is given
+# (without a prefix the server of the default one would be asked, and this one would run on).
 wine_session_stop() {
-  WINEPREFIX=$1 "$wine_server" -k >/dev/null 2>&1 || true
+  WINEPREFIX=${1:-${WINEPREFIX:?no prefix to stop}} "$wine_server" -k >/dev/null 2>&1 || true
 }
