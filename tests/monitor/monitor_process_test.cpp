@@ -114,9 +114,7 @@ class CMonitorProcess {
   {
     std::u16string path;
     if (IsFailure(SysGetPathBesideModule(u"ctellmon.exe", &path))) return false;
-    const std::wstring program(Wide(path));
-    const std::optional<PROCESS_INFORMATION> started =
-        StartProgram(program, L"\"" + program + L"\"");
+    const std::optional<PROCESS_INFORMATION> started = StartProgram(std::wstring(Wide(path)));
     if (!started) return false;
     process_.Reset(started->hProcess);
     return true;

@@ -3,8 +3,9 @@
 #include <cstdio>
 
 std::optional<PROCESS_INFORMATION> StartProgram(const std::wstring& program,
-                                                std::wstring commandLine)
+                                                const std::wstring& arguments)
 {
+  std::wstring commandLine = L"\"" + program + L"\"" + (arguments.empty() ? L"" : L" " + arguments);
   constexpr int kAttempts = 3;
   for (int attempt = 1; attempt <= kAttempts; ++attempt) {
     STARTUPINFOW startup{};

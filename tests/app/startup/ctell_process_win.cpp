@@ -39,9 +39,7 @@ void PumpMessagesFor(DWORD milliseconds)
 
 CtellProcess::CtellProcess(const std::wstring& arguments)
 {
-  const std::wstring program = CtellPath();
-  const std::optional<PROCESS_INFORMATION> started =
-      StartProgram(program, L"\"" + program + L"\"" + (arguments.empty() ? L"" : L" " + arguments));
+  const std::optional<PROCESS_INFORMATION> started = StartProgram(CtellPath(), arguments);
   if (!started) return;
   process_ = started->hProcess;
   id_ = started->dwProcessId;
