@@ -21,8 +21,20 @@ StatusCode ChunkWriter::Start(ImageSet& set)
 
 void ChunkWriter::Submit(uint64_t offset, const uint8_t* bytes, uint32_t length)
 {
+  Hand(Chunk{offset, bytes, length});
+}
+
+void ChunkWriter::SubmitFailed(StatusCode status)
+{
+  Chunk chunk;
+  chunk.failure = status;
+  Hand(chunk);
+}
+
+void ChunkWriter::Hand(const Chunk& chunk)
+{
   const std::lock_guard<SysMutex> lock(mutex_);
-  chunks_[submitted_ % kMostOutstanding] = Chunk{offset, bytes, length};
+  chunks_[submitted_ % kMostOutstanding] = chunk;
   ++submitted_;
   changed_.notify_all();
 }
@@ -44,9 +56,13 @@ void ChunkWriter::Work()
     const bool skip = stopping_ || IsFailure(failure_);
     lock.unlock();
 
-    const StatusCode status = skip ? kStatusSuccess
-                                   : WriteEnciphered(*set_, chunk.offset, chunk.bytes, chunk.length,
-                                                     EncipheredWrite::kBehind);
+    StatusCode status = chunk.failure;
+    if (skip) {
+      status = kStatusSuccess;
+    } else if (!IsFailure(status)) {
+      status =
+          WriteEnciphered(*set_, chunk.offset, chunk.bytes, chunk.length, EncipheredWrite::kBehind);
+    }
 
     lock.lock();
     if (IsFailure(status)) Fail(status);

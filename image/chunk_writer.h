@@ -38,6 +38,10 @@ class ChunkWriter {
   // the chunk is written; at most kMostOutstanding chunks may be outstanding.
   void Submit(uint64_t offset, const uint8_t* bytes, uint32_t length);
 
+  // Hands over, as the next chunk, one that could not be made: it fails with `status` where
+  // its write would have been, and stops the writes there.
+  void SubmitFailed(StatusCode status);
+
   // Waits until chunk `index` is written; 0, or the first failure if it stopped the writes
   // at this chunk or before (a failed flush stops them at the chunk being written then).
   StatusCode WaitFor(uint64_t index);
@@ -51,7 +55,10 @@ class ChunkWriter {
     uint64_t offset = 0;
     const uint8_t* bytes = nullptr;
     uint32_t length = 0;
+    StatusCode failure = kStatusSuccess;  // a chunk that could not be made
   };
+
+  void Hand(const Chunk& chunk);
 
   void Work();
   void FlushBehind();

@@ -3,10 +3,10 @@
 #include <thread>
 
 #include "image/bytes.h"
+#include "image/chunk_feeder.h"
 #include "image/chunk_writer.h"
 #include "image/image_handle.h"
 #include "image/progress.h"
-#include "image/unit_encryptor.h"
 #include "system/clock.h"
 #include "system/memory.h"
 
@@ -29,15 +29,12 @@ struct ContentBuffer {
   ~ContentBuffer() { SysRelease(data); }
 };
 
-// The enciphered chunks waiting for the writer, one slot per chunk it may hold.
-constexpr size_t kRingSize = size_t{ChunkWriter::kMostOutstanding} * kChunkSize;
-
-// One enciphering thread for each processor but one (at least one): the writer has a
-// thread of its own, and the calling thread reports the progress meanwhile.
-unsigned EncipheringThreads()
+// Helpers for the thread that enciphers the chunks: one for each processor beyond that
+// thread's own and the writer's.
+unsigned EncipheringHelpers()
 {
   const unsigned processors = std::max(std::thread::hardware_concurrency(), 2u);
-  return std::min(processors - 1, 16u);
+  return std::min(processors - 2, 15u);
 }
 
 // Fills a buffer with empty table blocks: every entry free, every block sealed.
@@ -47,73 +44,38 @@ void FillEmptyTableBlocks(uint8_t* buffer)
   for (uint32_t unit = 0; unit < kChunkSize; unit += kUnitSize) SealTableBlock(buffer + unit);
 }
 
-// Everything the bulk writes need, made before the first change on disk.
+// Everything the bulk writes need, made before the first change on disk. The feeder, which
+// hands chunks to the writer, stops first.
 struct BulkWriters {
-  ContentBuffer ring{kRingSize};
-  UnitEncryptor encryptor;
   ChunkWriter writer;
+  ChunkFeeder feeder;
 };
 
 // Writes `total` bytes of the buffer's content, repeated, at the stream end in chunks of
 // at most 1 MiB, and reports each chunk once it is written, in order, as writing chunk
-// after chunk would. Meanwhile the chunks behind it are enciphered (in an encrypted set,
-// into the ring's slots, on the encryptor's threads) and written on the writer's thread, so
-// the disk always has the next chunk at hand. A cancel stops at the chunk it was reported
-// for: the chunks already under way are cut off again. The writes go behind and are flushed
-// behind as they go (ChunkWriter); a success ends with the flush that makes the rest stable.
+// after chunk would. The chunks are made (enciphered, on the feeder's thread) and written
+// (on the writer's) while this thread reports, so the disk always has the next chunk at
+// hand. A cancel stops at the chunk it was reported for: the chunks already written behind
+// it are cut off again. The writes go behind and are flushed behind as they go
+// (ChunkWriter); a success ends with the flush that makes the rest stable.
 StatusCode WriteBulk(ImageSet& set, const uint8_t* content, uint64_t total, BulkWriters& bulk,
                      Progress& progress)
 {
   const uint64_t start = set.StreamEnd();
   const uint64_t chunks = (total + kChunkSize - 1) / kChunkSize;
-  auto lengthOf = [&](uint64_t chunk) {
-    return static_cast<uint32_t>(std::min<uint64_t>(total - chunk * kChunkSize, kChunkSize));
-  };
-  uint64_t reported = 0;
-  // Waits for the chunks before `end` that are not reported yet and reports them in order.
-  auto report = [&](uint64_t end) {
-    while (reported < end) {
-      const StatusCode status = bulk.writer.WaitFor(reported);
-      if (IsFailure(status)) return status;
-      const uint32_t length = lengthOf(reported++);
-      if (!progress.Advance(length)) return kImgCancelled;
-    }
-    return kStatusSuccess;
-  };
-
-  // The writer always holds the chunks handed over since the oldest unreported one; a
-  // chunk is reported when its slot is needed again, while the encryptor's threads
-  // encipher the next chunk into it, so neither the writer nor the enciphering waits while
-  // the progress window takes its time. A cancelled report drops the chunk enciphered
-  // meanwhile before it is handed over.
-  constexpr uint64_t kSlots = ChunkWriter::kMostOutstanding;
+  bulk.feeder.Feed(start, content, total);
   StatusCode status = kStatusSuccess;
-  for (uint64_t chunk = 0; chunk < chunks; ++chunk) {
-    // The slot's chunk before is written before anything is enciphered over it.
-    if (chunk >= kSlots) {
-      status = bulk.writer.WaitFor(chunk - kSlots);
-      if (IsFailure(status)) break;
-    }
-    const uint64_t offset = start + chunk * kChunkSize;
-    const uint8_t* bytes = content;
-    if (set.IsEncrypted()) {
-      uint8_t* target = bulk.ring.data + (chunk % kSlots) * kChunkSize;
-      bulk.encryptor.Begin(offset, content, target, lengthOf(chunk));
-      bytes = target;
-    }
-    if (chunk >= kSlots) status = report(chunk - kSlots + 1);
-    if (set.IsEncrypted()) {
-      const StatusCode enciphered = bulk.encryptor.Finish();
-      if (!IsFailure(status) && IsFailure(enciphered)) {
-        // The chunks before it are reported first, as writing one after the other would.
-        const StatusCode before = report(chunk);
-        status = IsFailure(before) ? before : enciphered;
-      }
-    }
+  uint64_t reported = 0;
+  while (reported < chunks) {
+    status = bulk.writer.WaitFor(reported);
     if (IsFailure(status)) break;
-    bulk.writer.Submit(offset, bytes, lengthOf(chunk));
+    if (!progress.Advance(BulkChunkLength(total, reported++))) {
+      status = kImgCancelled;
+      break;
+    }
+    bulk.feeder.Reported(reported);
   }
-  if (!IsFailure(status)) status = report(chunks);
+  bulk.feeder.Stop();
   bulk.writer.Stop();
   if (status == kImgCancelled) {
     TruncateStream(set, start + std::min(reported * kChunkSize, total));
@@ -131,11 +93,10 @@ StatusCode CreateStreamContent(ImageSet& set, uint64_t capacity, uint32_t imageF
   // Everything the content needs is allocated and started before the first change on disk,
   // so that a lack of memory leaves the image as it was.
   ContentBuffer buffer(kChunkSize);
+  if (buffer.data == nullptr) return kImgOutOfMemory;
   BulkWriters bulk;
-  if (buffer.data == nullptr || bulk.ring.data == nullptr) return kImgOutOfMemory;
-  StatusCode status =
-      set.IsEncrypted() ? bulk.encryptor.Start(set, EncipheringThreads()) : kStatusSuccess;
-  if (!IsFailure(status)) status = bulk.writer.Start(set);
+  StatusCode status = bulk.writer.Start(set);
+  if (!IsFailure(status)) status = bulk.feeder.Start(set, EncipheringHelpers(), bulk.writer);
   if (IsFailure(status)) return status;
   status = TruncateStream(set, 0);
   if (IsFailure(status)) return status;

@@ -8,39 +8,41 @@ UnitEncryptor::~UnitEncryptor()
   Stop();
 }
 
-StatusCode UnitEncryptor::Start(const ImageSet& set, unsigned threads)
+StatusCode UnitEncryptor::Start(const ImageSet& set, unsigned helpers)
 {
   set_ = &set;
-  for (unsigned i = 0; i < std::max(threads, 1u); ++i) {
+  for (unsigned i = 0; i <= helpers; ++i) {
     CipherContext* copy = nullptr;
     const StatusCode status = CipherDuplicate(set.dataCipher, &copy);
     if (IsFailure(status)) return status;
     ciphers_.push_back(copy);
   }
   try {
-    for (size_t i = 0; i < ciphers_.size(); ++i)
-      threads_.emplace_back(&UnitEncryptor::Work, this, i);
+    for (size_t i = 1; i < ciphers_.size(); ++i)
+      helpers_.emplace_back(&UnitEncryptor::Help, this, i);
   } catch (const std::system_error&) {
     return kImgOutOfMemory;
   }
   return kStatusSuccess;
 }
 
-void UnitEncryptor::Begin(uint64_t offset, const uint8_t* input, uint8_t* output, uint32_t length)
+StatusCode UnitEncryptor::Encipher(uint64_t offset, const uint8_t* input, uint8_t* output,
+                                   uint32_t length)
 {
-  const std::lock_guard<SysMutex> lock(mutex_);
-  job_ = Job{offset, input, output, length};
-  busy_ = threads_.size();
-  status_ = kStatusSuccess;
-  ++generation_;
-  begun_.notify_all();
-}
-
-StatusCode UnitEncryptor::Finish()
-{
+  const Job job{offset, input, output, length};
+  if (!helpers_.empty()) {
+    const std::lock_guard<SysMutex> lock(mutex_);
+    job_ = job;
+    busy_ = helpers_.size();
+    status_ = kStatusSuccess;
+    ++generation_;
+    begun_.notify_all();
+  }
+  const StatusCode own = EncipherShare(job, 0);
+  if (helpers_.empty()) return own;
   std::unique_lock<SysMutex> lock(mutex_);
   finished_.wait(lock, [this] { return busy_ == 0; });
-  return status_;
+  return IsFailure(own) ? own : status_;
 }
 
 StatusCode UnitEncryptor::EncipherShare(const Job& job, size_t index) const
@@ -56,13 +58,13 @@ StatusCode UnitEncryptor::EncipherShare(const Job& job, size_t index) const
                      (last - first) * set_->unitSize, true);
 }
 
-void UnitEncryptor::Work(size_t index)
+void UnitEncryptor::Help(size_t index)
 {
   uint64_t seen = 0;
   std::unique_lock<SysMutex> lock(mutex_);
   for (;;) {
     begun_.wait(lock, [&] { return generation_ != seen || stopping_; });
-    if (generation_ == seen) return;  // stopping, with no work left
+    if (stopping_) return;
     seen = generation_;
     const Job job = job_;
     lock.unlock();
@@ -75,14 +77,13 @@ void UnitEncryptor::Work(size_t index)
 
 void UnitEncryptor::Stop()
 {
-  // A thread ends the job begun last before it sees the stop.
   {
     const std::lock_guard<SysMutex> lock(mutex_);
     stopping_ = true;
   }
   begun_.notify_all();
-  for (std::thread& thread : threads_) thread.join();
+  for (std::thread& helper : helpers_) helper.join();
   for (CipherContext* cipher : ciphers_) CipherDestroy(cipher);
-  threads_.clear();
+  helpers_.clear();
   ciphers_.clear();
 }

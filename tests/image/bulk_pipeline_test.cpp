@@ -11,6 +11,7 @@
 #include <thread>
 #include <vector>
 
+#include "image/chunk_feeder.h"
 #include "image/chunk_writer.h"
 #include "image/image_handle.h"
 #include "support/image_fixture.h"
@@ -80,6 +81,32 @@ TEST_F(BulkPipeline, ReportsComeInOrderWithTheValuesOfOneChunkAfterTheOther)
     EXPECT_EQ(window.reports[i].position, done * 100 / kCapacity) << i;
   }
   EXPECT_EQ(FileSize(Path()), kHeaderSize + kContentStart + kCapacity + kUnitSize);
+}
+
+TEST_F(BulkPipeline, TheWritesRunAtMostSixteenChunksAheadOfTheReports)
+{
+  // The first report takes half a second: the writes go on meanwhile, up to the limit.
+  struct StalledWindow {
+    std::u16string path;
+    uint64_t sizeAfterFirstReport = 0;
+    static uint32_t Callback(uint32_t, uint32_t, void* context, uint64_t done)
+    {
+      auto* window = static_cast<StalledWindow*>(context);
+      if (done == kChunkSize) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(500));
+        window->sizeAfterFirstReport = FileSize(window->path);
+      }
+      return 1;
+    }
+  };
+  static_assert(ChunkFeeder::kMostUnreported == 16);
+  StalledWindow window{Path()};
+  ASSERT_EQ(
+      CreateImage(Path(), keys_,
+                  CreateParams(4 * kCapacity, kCreateFixed, 0, StalledWindow::Callback, &window)),
+      0u);
+  // While chunk 0 was being reported, chunks 0 to 15 were written and no further one.
+  EXPECT_EQ(window.sizeAfterFirstReport, kHeaderSize + kContentStart + (16ull << 20));
 }
 
 TEST_F(BulkPipeline, CancelledClearEndsWhereTheCancelledReportSaid)

@@ -50,29 +50,25 @@ TEST(UnitEncryptor, AnyNumberOfThreadsGivesTheBytesOfOne)
     ASSERT_EQ(CipherUnits(plain.set, plain.set.dataCipher, offset, input.data(), expected.data(),
                           length, true),
               0u);
-    for (const unsigned threads : {1u, 2u, 3u, 7u}) {
+    for (const unsigned helpers : {0u, 1u, 2u, 6u}) {
       UnitEncryptor encryptor;
-      ASSERT_EQ(encryptor.Start(plain.set, threads), 0u);
+      ASSERT_EQ(encryptor.Start(plain.set, helpers), 0u);
       Bytes output(length);
-      encryptor.Begin(offset, input.data(), output.data(), length);
-      ASSERT_EQ(encryptor.Finish(), 0u);
-      EXPECT_EQ(output, expected) << units << " units on " << threads << " threads";
+      ASSERT_EQ(encryptor.Encipher(offset, input.data(), output.data(), length), 0u);
+      EXPECT_EQ(output, expected) << units << " units with " << helpers << " helpers";
     }
   }
 }
 
-TEST(UnitEncryptor, JobsFollowOneAnotherAndAJobInFlightEndsBeforeTheThreadsStop)
+TEST(UnitEncryptor, JobsFollowOneAnother)
 {
   const CipherOnlySet plain{ImageKeys(kCipherBlowfish, 16)};
   const Bytes input = Noise(kChunkSize);
   Bytes first(kChunkSize), second(kChunkSize), expected(kChunkSize);
-  {
-    UnitEncryptor encryptor;
-    ASSERT_EQ(encryptor.Start(plain.set, 2), 0u);
-    encryptor.Begin(0, input.data(), first.data(), kChunkSize);
-    ASSERT_EQ(encryptor.Finish(), 0u);
-    encryptor.Begin(kChunkSize, input.data(), second.data(), kChunkSize);
-  }  // destroyed with the second job begun and not waited for
+  UnitEncryptor encryptor;
+  ASSERT_EQ(encryptor.Start(plain.set, 2), 0u);
+  ASSERT_EQ(encryptor.Encipher(0, input.data(), first.data(), kChunkSize), 0u);
+  ASSERT_EQ(encryptor.Encipher(kChunkSize, input.data(), second.data(), kChunkSize), 0u);
   ASSERT_EQ(CipherUnits(plain.set, plain.set.dataCipher, 0, input.data(), expected.data(),
                         kChunkSize, true),
             0u);
