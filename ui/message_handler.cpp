@@ -1,20 +1,59 @@
 #include "ui/message_handler.h"
 
+#include <mutex>
+#include <unordered_map>
 #include <utility>
 
+#include "system/sync.h"
 #include "ui/handler_failure.h"
 #include "ui/message_loop.h"
 
 namespace {
 
-// The window property that holds the object of a window of ours.
-constexpr wchar_t kObjectProperty[] = L"Cryptelle.Ui.Object";
+// The objects of the windows of ours, by window. Kept in the process rather than as a window
+// property: every message of every such window looks its object up, and under Wine each
+// property lookup is a round trip to the server (about 180 of them before the main window's
+// first paint). An entry lives from the object's attachment to its window's WM_NCDESTROY.
+class WindowObjects {
+ public:
+  void Set(HWND window, CMessageHandler* object)
+  {
+    const std::lock_guard<SysMutex> lock(mutex_);
+    objects_[window] = object;
+  }
+
+  CMessageHandler* Get(HWND window)
+  {
+    const std::lock_guard<SysMutex> lock(mutex_);
+    const auto found = objects_.find(window);
+    return found == objects_.end() ? nullptr : found->second;
+  }
+
+  // Forgets `window`'s object if it is `object`.
+  void Remove(HWND window, const CMessageHandler* object)
+  {
+    const std::lock_guard<SysMutex> lock(mutex_);
+    const auto found = objects_.find(window);
+    if (found != objects_.end() && found->second == object) objects_.erase(found);
+  }
+
+ private:
+  SysMutex mutex_;
+  std::unordered_map<HWND, CMessageHandler*> objects_;
+};
+
+// Never destroyed: windows may still be detached while the process ends.
+WindowObjects& Objects()
+{
+  static auto* const objects = new WindowObjects;
+  return *objects;
+}
 
 }  // namespace
 
 CMessageHandler* CMessageHandler::FromHandle(HWND window)
 {
-  return static_cast<CMessageHandler*>(GetPropW(window, kObjectProperty));
+  return window == nullptr ? nullptr : Objects().Get(window);
 }
 
 CMessageHandler::~CMessageHandler()
@@ -27,13 +66,13 @@ CMessageHandler::~CMessageHandler()
 void CMessageHandler::Attach(HWND window)
 {
   hwnd_ = window;
-  SetPropW(window, kObjectProperty, this);
+  Objects().Set(window, this);
 }
 
 HWND CMessageHandler::Detach()
 {
   const HWND window = std::exchange(hwnd_, nullptr);
-  if (window != nullptr && FromHandle(window) == this) RemovePropW(window, kObjectProperty);
+  if (window != nullptr) Objects().Remove(window, this);
   return window;
 }
 
