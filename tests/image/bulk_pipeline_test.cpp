@@ -237,3 +237,24 @@ TEST_F(BulkPipeline, AFailedFlushBehindTheWritesEndsTheClearWithItsStatus)
   EXPECT_EQ(ImgClose(handle, 0), 0u);
   EXPECT_EQ(OpenImage(Path(), keys_, &handle), 0x40050009u);  // the clear never finished
 }
+
+TEST_F(BulkPipeline, AChunkThatCouldNotBeMadeFailsWhereItsWriteWouldHaveAndStopsTheWrites)
+{
+  ASSERT_EQ(CreateImage(Path(), keys_, CreateParams(kCapacity, kCreateFixed)), 0u);
+  ImageHandle* handle = OpenCounting();
+  ASSERT_NE(handle, nullptr);
+  const std::vector<uint8_t> bytes(kChunkSize);
+  {
+    ChunkWriter writer;
+    ASSERT_EQ(writer.Start(handle->set), 0u);
+    writer.Submit(kContentStart, bytes.data(), kChunkSize);
+    writer.SubmitFailed(kImgOutOfMemory);
+    writer.Submit(kContentStart + 2 * kChunkSize, bytes.data(), kChunkSize);
+    EXPECT_EQ(writer.WaitFor(0), 0u);
+    EXPECT_EQ(writer.WaitFor(1), kImgOutOfMemory);
+    EXPECT_EQ(writer.WaitFor(2), kImgOutOfMemory);
+  }
+  EXPECT_EQ(faults_.writesSeen, 1u);  // the chunk behind the failed one was skipped
+  SysSetFileFaults(nullptr);
+  EXPECT_EQ(ImgClose(handle, 0), 0u);
+}
