@@ -81,11 +81,11 @@ void ChunkFeeder::Work()
     if (!fed_) return;
     bulk = bulk_;
   }
-  const uint64_t chunks = (bulk.total + kChunkSize - 1) / kChunkSize;
+  const uint64_t chunks = BulkChunkCount(bulk.total);
   for (uint64_t index = 0; index < chunks && MayMake(index); ++index) {
     const uint64_t offset = bulk.start + index * kChunkSize;
     const uint32_t length = BulkChunkLength(bulk.total, index);
-    if (ring_ == nullptr) {
+    if (!set_->IsEncrypted()) {
       writer_->Submit(offset, bulk.content, length);
       continue;
     }

@@ -7,6 +7,7 @@
 // and a cancel cuts off little.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <thread>
 
@@ -14,6 +15,12 @@
 #include "image/image_set.h"
 #include "image/unit_encryptor.h"
 #include "system/sync.h"
+
+// The number of chunks of a bulk write of `total` bytes in chunks of 1 MiB.
+inline uint64_t BulkChunkCount(uint64_t total)
+{
+  return (total + kChunkSize - 1) / kChunkSize;
+}
 
 // The length of chunk `index` of a bulk write of `total` bytes in chunks of 1 MiB.
 inline uint32_t BulkChunkLength(uint64_t total, uint64_t index)

@@ -62,7 +62,7 @@ StatusCode WriteBulk(ImageSet& set, const uint8_t* content, uint64_t total, Bulk
                      Progress& progress)
 {
   const uint64_t start = set.StreamEnd();
-  const uint64_t chunks = (total + kChunkSize - 1) / kChunkSize;
+  const uint64_t chunks = BulkChunkCount(total);
   bulk.feeder.Feed(start, content, total);
   StatusCode status = kStatusSuccess;
   uint64_t reported = 0;
