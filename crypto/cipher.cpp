@@ -1,7 +1,9 @@
 // AES runs through OpenSSL's EVP interface (which uses the processor's AES instructions);
 // Blowfish, CAST and RC4 run on OpenSSL's low-level functions. Both give the same bytes:
 // the context keeps its own chaining vector and hands it to every call. Independent units
-// of AES are chained side by side through EVP's single-block mode.
+// of AES are chained side by side: sixteen at a time through the vector AES instructions
+// where the processor has them (crypto/aes_wide_units.h), the rest through EVP's
+// single-block mode.
 #include "crypto/cipher.h"
 
 #include <openssl/blowfish.h>
@@ -12,6 +14,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "crypto/aes_wide_units.h"
 #include "system/memory.h"
 
 namespace {
@@ -20,6 +23,7 @@ struct AesState {
   EVP_CIPHER_CTX* encrypt;  // holds the encryption key schedule
   EVP_CIPHER_CTX* decrypt;  // holds the decryption key schedule
   EVP_CIPHER_CTX* blocks;   // the encryption key schedule on single blocks, for side-by-side units
+  AesRoundKeys wideKeys;    // for sixteen units side by side; rounds 0 without the instructions
   uint8_t vector[16];
 };
 
@@ -118,6 +122,8 @@ StatusCode CreateAes(CipherContext* context, const uint8_t* key, uint32_t keyLen
     FreeAesSchedules(aes);
     return kCryptoOutOfMemory;
   }
+  static const bool wideUnits = AesWideUnitsAvailable();
+  if (wideUnits) ExpandAesKey(key, keyLength, &aes.wideKeys);
   return kStatusSuccess;
 }
 
@@ -305,7 +311,17 @@ StatusCode CipherEncryptUnits(CipherContext* context, const uint8_t* vectors, ui
     return kCryptoInvalidParameter;
   }
   if (context->algorithm == kCipherAes) {
-    EncryptAesUnits(context->state.aes, vectors, vectorLength, input, output, unitLength, count);
+    AesState& aes = context->state.aes;
+    const uint32_t wide = aes.wideKeys.rounds == 0 ? 0 : count / kAesWideLanes * kAesWideLanes;
+    if (wide != 0) {
+      EncryptAesWideUnits(aes.wideKeys, vectors, vectorLength, input, output, unitLength, wide);
+      std::memcpy(aes.vector, output + size_t{wide} * unitLength - kAesBlockSize, kAesBlockSize);
+    }
+    if (wide < count) {
+      EncryptAesUnits(aes, vectors + size_t{wide} * kCipherVectorStride, vectorLength,
+                      input + size_t{wide} * unitLength, output + size_t{wide} * unitLength,
+                      unitLength, count - wide);
+    }
     return kStatusSuccess;
   }
   for (uint32_t unit = 0; unit < count; ++unit) {
