@@ -8,8 +8,9 @@
 // memory the system hands out, and on a virtual machine that memory is sometimes slow to
 // come (about 0.35 against 2.5 GB/s here, in no fixed order, when the machine has handed
 // freed memory back to its host; scripts/bench.sh delays that where it can): one run's
-// ratio compares whichever side was unlucky. The fastest run of each side, both over the
-// same runs, is what each can do, and their ratio is the one to read.
+// ratio compares whichever side was unlucky. The median of each side and the fastest run of
+// each side, both over the same runs, compare typical runs and best runs; a single lucky or
+// unlucky run moves neither ratio much.
 //
 //   wizard_create_bench DIRECTORY [MEBIBYTES] [RUNS]     (defaults 1024 and 7)
 #include <windows.h>
