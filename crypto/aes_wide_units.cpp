@@ -7,6 +7,7 @@
 
 #if defined(__x86_64__)
 
+#include <cpuid.h>
 #include <immintrin.h>
 
 namespace {
@@ -68,10 +69,20 @@ void ExpandAesKey(const uint8_t* key, uint32_t keyLength, AesRoundKeys* keys)
 
 bool AesWideUnitsAvailable()
 {
-  // The compiler's check of "avx2" includes the system's saving of the 256-bit registers.
-  __builtin_cpu_init();
-  return __builtin_cpu_supports("aes") && __builtin_cpu_supports("avx2") &&
-         __builtin_cpu_supports("vaes");
+  unsigned eax = 0;
+  unsigned ebx = 0;
+  unsigned ecx = 0;
+  unsigned edx = 0;
+  if (__get_cpuid(1, &eax, &ebx, &ecx, &edx) == 0) return false;
+  if ((ecx & bit_AES) == 0 || (ecx & bit_AVX) == 0 || (ecx & bit_OSXSAVE) == 0) return false;
+  // The system saves the 128- and 256-bit registers: bits 1 and 2 of extended control
+  // register 0.
+  uint32_t low = 0;
+  uint32_t high = 0;
+  __asm__("xgetbv" : "=a"(low), "=d"(high) : "c"(0));
+  if ((low & 6) != 6) return false;
+  if (__get_cpuid_count(7, 0, &eax, &ebx, &ecx, &edx) == 0) return false;
+  return (ebx & bit_AVX2) != 0 && (ecx & bit_VAES) != 0;
 }
 
 __attribute__((target("aes,avx2,vaes"))) void EncryptAesWideUnits(
