@@ -315,12 +315,15 @@ StatusCode CipherEncryptUnits(CipherContext* context, const uint8_t* vectors, ui
     const uint32_t wide = aes.wideKeys.rounds == 0 ? 0 : count / kAesWideLanes * kAesWideLanes;
     if (wide != 0) {
       EncryptAesWideUnits(aes.wideKeys, vectors, vectorLength, input, output, unitLength, wide);
-      std::memcpy(aes.vector, output + size_t{wide} * unitLength - kAesBlockSize, kAesBlockSize);
     }
+    // The units after the wide groups leave the vector as they go; otherwise it is the last
+    // unit's last cipher block.
     if (wide < count) {
       EncryptAesUnits(aes, vectors + size_t{wide} * kCipherVectorStride, vectorLength,
                       input + size_t{wide} * unitLength, output + size_t{wide} * unitLength,
                       unitLength, count - wide);
+    } else {
+      std::memcpy(aes.vector, output + size_t{count} * unitLength - kAesBlockSize, kAesBlockSize);
     }
     return kStatusSuccess;
   }

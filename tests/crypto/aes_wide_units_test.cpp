@@ -10,28 +10,10 @@
 
 #include <cstring>
 #include <random>
-#include <string>
-#include <vector>
+
+#include "support/cipher_fixture.h"
 
 namespace {
-
-using Bytes = std::vector<uint8_t>;
-
-Bytes Random(std::mt19937& random, size_t length)
-{
-  Bytes bytes(length);
-  for (uint8_t& byte : bytes) byte = static_cast<uint8_t>(random());
-  return bytes;
-}
-
-Bytes FromHex(const std::string& hex)
-{
-  Bytes bytes;
-  for (size_t i = 0; i + 1 < hex.size(); i += 2) {
-    bytes.push_back(static_cast<uint8_t>(std::stoul(hex.substr(i, 2), nullptr, 16)));
-  }
-  return bytes;
-}
 
 // Each unit alone through OpenSSL's low-level CBC, from its zero-padded vector.
 Bytes UnitByUnit(const Bytes& key, const Bytes& vectors, uint32_t vectorLength, const Bytes& input,
@@ -88,15 +70,15 @@ TEST_F(AesWideUnits, GiveTheBytesOfEachUnitAlone)
 {
   std::mt19937 random(11);
   for (const uint32_t keyLength : {16u, 24u, 32u}) {
-    const Bytes key = Random(random, keyLength);
+    const Bytes key = RandomBytes(random, keyLength);
     AesRoundKeys keys{};
     ExpandAesKey(key.data(), keyLength, &keys);
     for (const uint32_t count : {16u, 32u, 256u}) {
       // One block (every pair is still starting when the first ends), a cache line, a unit.
       for (const uint32_t unitLength : {16u, 64u, 4096u}) {
         for (const uint32_t vectorLength : {16u, 5u}) {
-          const Bytes vectors = Random(random, size_t{count} * 16);
-          const Bytes input = Random(random, size_t{count} * unitLength);
+          const Bytes vectors = RandomBytes(random, size_t{count} * 16);
+          const Bytes input = RandomBytes(random, size_t{count} * unitLength);
           Bytes output(input.size());
           EncryptAesWideUnits(keys, vectors.data(), vectorLength, input.data(), output.data(),
                               unitLength, count);
@@ -112,11 +94,11 @@ TEST_F(AesWideUnits, GiveTheBytesOfEachUnitAlone)
 TEST_F(AesWideUnits, InPlaceGivesTheSameBytes)
 {
   std::mt19937 random(12);
-  const Bytes key = Random(random, 32);
+  const Bytes key = RandomBytes(random, 32);
   AesRoundKeys keys{};
   ExpandAesKey(key.data(), 32, &keys);
-  const Bytes vectors = Random(random, 64 * 16);
-  Bytes buffer = Random(random, 64 * 4096);
+  const Bytes vectors = RandomBytes(random, 64 * 16);
+  Bytes buffer = RandomBytes(random, 64 * 4096);
   const Bytes expected = UnitByUnit(key, vectors, 16, buffer, 4096);
   EncryptAesWideUnits(keys, vectors.data(), 16, buffer.data(), buffer.data(), 4096, 64);
   EXPECT_EQ(buffer, expected);

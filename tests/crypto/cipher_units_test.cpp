@@ -10,13 +10,6 @@
 
 namespace {
 
-Bytes Random(std::mt19937& random, size_t length)
-{
-  Bytes bytes(length);
-  for (uint8_t& byte : bytes) byte = static_cast<uint8_t>(random());
-  return bytes;
-}
-
 struct Keyed {
   CipherAlgorithm algorithm;
   uint32_t keyLength;
@@ -50,13 +43,13 @@ TEST(CipherEncryptUnits, GivesTheBytesOfOneUnitAfterTheOther)
 {
   std::mt19937 random(7);
   for (const Keyed& keyed : kBlockCiphers) {
-    const Bytes key = Random(random, keyed.keyLength);
+    const Bytes key = RandomBytes(random, keyed.keyLength);
     const uint32_t block = BlockSize(keyed.algorithm);
     for (const uint32_t count : {1u, 3u, 8u, 9u, 17u, 256u}) {
       for (const uint32_t unitLength : {block, 4096u}) {
         for (const uint32_t vectorLength : {block, block / 2}) {
-          const Bytes vectors = Random(random, count * kCipherVectorStride);
-          const Bytes input = Random(random, size_t{count} * unitLength);
+          const Bytes vectors = RandomBytes(random, count * kCipherVectorStride);
+          const Bytes input = RandomBytes(random, size_t{count} * unitLength);
           const CipherPtr reference = MakeCipher(keyed.algorithm, key);
           const CipherPtr together = MakeCipher(keyed.algorithm, key);
           const Bytes expected =
@@ -70,7 +63,7 @@ TEST(CipherEncryptUnits, GivesTheBytesOfOneUnitAfterTheOther)
                                    std::to_string(count) + " unit " + std::to_string(unitLength);
           EXPECT_EQ(output, expected) << what;
           // Both chains go on from the same vector: the next block comes out the same.
-          const Bytes next = Random(random, block);
+          const Bytes next = RandomBytes(random, block);
           EXPECT_EQ(Encrypt(together.get(), next), Encrypt(reference.get(), next)) << what;
         }
       }
@@ -81,9 +74,9 @@ TEST(CipherEncryptUnits, GivesTheBytesOfOneUnitAfterTheOther)
 TEST(CipherEncryptUnits, InPlaceGivesTheSameBytes)
 {
   std::mt19937 random(11);
-  const Bytes key = Random(random, 32);
-  const Bytes vectors = Random(random, 20 * kCipherVectorStride);
-  const Bytes input = Random(random, 20 * 4096);
+  const Bytes key = RandomBytes(random, 32);
+  const Bytes vectors = RandomBytes(random, 20 * kCipherVectorStride);
+  const Bytes input = RandomBytes(random, 20 * 4096);
   const CipherPtr aes = MakeCipher(kCipherAes, key);
   Bytes separate(input.size());
   ASSERT_EQ(

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <random>
 
 #include "crypto/cipher.h"
 #include "support/hex.h"
@@ -15,6 +16,14 @@ struct CipherDestroyer {
   }
 };
 using CipherPtr = std::unique_ptr<CipherContext, CipherDestroyer>;
+
+// `length` bytes from the test's own seeded generator, so that a failure repeats.
+inline Bytes RandomBytes(std::mt19937& random, size_t length)
+{
+  Bytes bytes(length);
+  for (uint8_t& byte : bytes) byte = static_cast<uint8_t>(random());
+  return bytes;
+}
 
 // Creates a context or fails the current test.
 inline CipherPtr MakeCipher(CipherAlgorithm algorithm, const Bytes& key)
